@@ -1,0 +1,26 @@
+# Compiler options of every target of the project: link to kiv_options.
+add_library(kiv_options INTERFACE)
+target_compile_features(kiv_options INTERFACE cxx_std_20)
+target_include_directories(kiv_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/src)
+target_compile_options(kiv_options INTERFACE
+    -Werror -Wall -Wextra -Wpedantic -Wconversion -Wsign-conversion -Wshadow -Woverloaded-virtual)
+
+option(KIV_SANITIZE "Build with address and undefined-behaviour sanitizers" OFF)
+if(KIV_SANITIZE)
+    target_compile_options(kiv_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_link_options(kiv_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+if(WIN32)
+    # Windows 7 is the oldest system whose headers are used; newer calls are looked up at run time.
+    target_compile_definitions(kiv_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT
+        WINVER=0x0601 _WIN32_WINNT=0x0601 _WIN32_IE=0x0600)
+    target_compile_options(kiv_options INTERFACE -ffunction-sections -fdata-sections)
+    # -static: the product must not need the tool chain's own DLLs. No time stamps: the same source, the same bytes.
+    target_link_options(kiv_options INTERFACE
+        -static -Wl,--gc-sections -Wl,--no-insert-timestamp -Wl,--dynamicbase -Wl,--nxcompat -s)
+    if(CMAKE_SIZEOF_VOID_P EQUAL 8)
+        target_link_options(kiv_options INTERFACE -Wl,--high-entropy-va)
+    endif()
+endif()

@@ -1,0 +1,64 @@
+// The Vexa framework, as a control sees it. Every call may throw: a framework that is not installed is one whose every
+// call fails. The control swallows such failures step by step.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kiv {
+
+/// One slot's binding to a device value. Field order is the framework's.
+struct DataElementBinding {
+    std::int32_t lmObject = 0;
+    std::int32_t dataType = 0;
+    std::u16string variableName;  ///< empty: the slot is not used
+    std::u16string elementPath;
+    friend bool operator==(const DataElementBinding&, const DataElementBinding&) = default;
+};
+
+class DataDefinition {
+public:
+    virtual ~DataDefinition() = default;
+    virtual DataElementBinding ReadDefinition() = 0;
+    virtual void WriteDefinition(const DataElementBinding& binding) = 0;
+    /// Writes a value to the device. display and use are option words that the framework defines.
+    virtual void WriteValue(std::u16string_view text, std::u16string_view display, std::u16string_view use) = 0;
+    /// True while the element is bound for writing to the device.
+    virtual void SetWriteEnabled(bool enabled) = 0;
+};
+
+class DataElement {
+public:
+    virtual ~DataElement() = default;
+    virtual std::shared_ptr<DataDefinition> Definition() = 0;
+};
+
+using DataElementPtr = std::shared_ptr<DataElement>;
+
+/// Values arriving from the device.
+class DeviceValueListener {
+public:
+    virtual ~DeviceValueListener() = default;
+    virtual void OnValueReceived(std::int16_t index, std::u16string_view value) = 0;
+};
+
+/// The framework's invisible part on a control; owns the live data elements.
+class HiddenControl {
+public:
+    virtual ~HiddenControl() = default;
+    /// Throws when the index is unknown.
+    virtual DataElementPtr Element(std::int16_t index) = 0;
+};
+
+class Framework {
+public:
+    virtual ~Framework() = default;
+    /// The listener must outlive the hidden control.
+    virtual std::unique_ptr<HiddenControl> CreateHiddenControl(std::int16_t elementCount,
+                                                               DeviceValueListener& listener) = 0;
+};
+
+}  // namespace kiv
