@@ -1,6 +1,9 @@
 // A property bag in memory. Keeps the keys in the order in which they were written.
 #pragma once
 
+#include <cstddef>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -30,6 +33,7 @@ private:
 
     bool m_bSaveAll;
     std::vector<Entry> m_entries;
+    std::map<std::u16string, std::size_t, std::less<>> m_index;
 };
 
 }  // namespace kiv

@@ -1,0 +1,45 @@
+// A control's connection to the Vexa framework: its hidden control, made at the first use and only in run mode.
+//
+// A framework that is not installed fails every call; that the hidden control could not be made is remembered until the
+// next Release, so that a screen full of controls does not look for it again at every property.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "common/Lifeline.h"
+#include "platform/Framework.h"
+
+namespace kiv {
+
+class FrameworkLink {
+public:
+    FrameworkLink(Framework& framework, std::int16_t elementCount, DeviceValueListener& listener,
+                  const Lifeline& lifeline);
+
+    /// Data element object of an element, never null. Throws when the framework fails; the caller has made sure that
+    /// the control is in run mode.
+    DataElementPtr Element(std::int16_t index);
+
+    /// Its data definition object, never null. Throws like Element.
+    std::shared_ptr<DataDefinition> Definition(const DataElementPtr& element) const;
+
+    DataElementBinding Read(const DataElementPtr& element) const;
+    void Write(const DataElementPtr& element, const DataElementBinding& binding) const;
+
+    /// Lets go of the hidden control.
+    void Release() noexcept;
+
+private:
+    std::shared_ptr<HiddenControl> Hidden();
+
+    Framework& m_framework;
+    std::int16_t m_iElementCount;
+    DeviceValueListener& m_listener;
+    const Lifeline& m_lifeline;
+    // Shared, so that a call in progress keeps it alive when the control lets go of it meanwhile.
+    std::shared_ptr<HiddenControl> m_pHidden;
+    bool m_bUnavailable = false;
+};
+
+}  // namespace kiv
