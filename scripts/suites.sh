@@ -1,0 +1,100 @@
+# Running test programs and checks, watching over them, and counting. To be sourced after lib.sh.
+
+passed=0
+failed=0
+skipped=0
+failures=()
+
+count_pass() { passed=$((passed + ${1:-1})); }
+count_skip() { skipped=$((skipped + $1)); }
+count_failure() {
+    failed=$((failed + ${2:-1}))
+    failures+=("$1")
+}
+
+# A test program that prints nothing for so many seconds hangs: its tests are short, and long ones say how far they are.
+patience=${KIV_TEST_PATIENCE:-300}
+
+# Reads the output of a GoogleTest program; prints five numbers (announced, passed, failed, skipped, and 1 when a test
+# was begun and not finished), then the name of that unfinished test.
+read_results() {
+    tr -d '\r' <"$1" | awk '
+        /^\[==========\] Running [0-9]+ tests?/ { announced = $3 }
+        /^\[ RUN      \] / { current = substr($0, 14) }
+        /^\[       OK \] / { ok++; current = "" }
+        /^\[  FAILED  \] .*\([0-9]+ ms\)$/ { bad++; current = "" }
+        /^\[  SKIPPED \] .*\([0-9]+ ms\)$/ { skip++; current = "" }
+        END { print announced + 0, ok + 0, bad + 0, skip + 0, (current != ""), current }'
+}
+
+# run_suite LABEL COMMAND...: runs a GoogleTest program. Every test that it announced is counted; one that hangs or
+# crashes is named and, with all that it kept from running, counted as failed.
+run_suite() {
+    local label=$1 file status=0 announced ok bad skip unfinished current lost how
+    shift
+    file=$logs/test-${label//[^a-z0-9]/-}.log
+    step "Testing: $label"
+    attended "$file" "$patience" "$@" || status=$?
+    read -r announced ok bad skip unfinished current < <(read_results "$file")
+    lost=$((announced - ok - bad - skip - unfinished))
+    count_pass "$ok"
+    count_skip "$skip"
+    if ((bad > 0)); then
+        tr -d '\r' <"$file" | awk '
+            /^\[ RUN      \] / { n = 0 }
+            { text[n++] = $0 }
+            /^\[  FAILED  \] .*\([0-9]+ ms\)$/ { for (i = 0; i < n; i++) print "    " text[i]; n = 0 }'
+        while read -r current_failure; do
+            count_failure "$label: $current_failure"
+        done < <(tr -d '\r' <"$file" | sed -nE 's/^\[  FAILED  \] (.*) \([0-9]+ ms\)$/\1/p')
+    fi
+    if ((unfinished + lost > 0)); then
+        how="ended with status $status"
+        ((status == 124)) && how="printed nothing for $patience seconds and was ended"
+        tr -d '\r' <"$file" | tail -n 30 | sed 's/^/    /'
+        count_failure "$label $how${current:+ in $current}; $lost more of its tests did not run" $((unfinished + lost))
+    elif ((announced == 0 || (status != 0 && bad == 0))); then
+        tr -d '\r' <"$file" | tail -n 30 | sed 's/^/    /'
+        count_failure "$label ended with status $status after $ok of $announced tests"
+    fi
+    say "    $ok of $announced passed$( ((skip > 0)) && echo ", $skip skipped")   [$(elapsed)]"
+}
+
+# run_check LABEL COMMAND...: something that is right or wrong as a whole; it prints what is wrong.
+run_check() {
+    local label=$1 file status=0
+    shift
+    file=$logs/check-${label//[^a-z0-9]/-}.log
+    step "Checking: $label"
+    attended "$file" "${KIV_CHECK_PATIENCE:-600}" "$@" || status=$?
+    if ((status == 0)); then
+        count_pass
+        tail -n 1 "$file" | sed 's/^/    /'
+    else
+        tail -n 60 "$file" | sed 's/^/    /'
+        count_failure "$label"
+    fi
+}
+
+# How many tests stand in the sources: for those that cannot even be built here.
+count_in_sources() {
+    find "$@" -name '*.cpp' -exec grep -hE '^(TYPED_TEST|TEST)(_F|_P)?\(' {} + 2>/dev/null | wc -l
+}
+
+# The last line is the total, alone. Fails on any failure, and when nothing ran.
+report() {
+    local failure
+    if ((${#failures[@]} > 0)); then
+        say "What failed:"
+        for failure in "${failures[@]}"; do
+            say "    $failure"
+        done
+    fi
+    say "Took $(elapsed)."
+    if ((skipped > 0)); then
+        say "$passed passed, $failed failed, $skipped skipped"
+    else
+        say "$passed passed, $failed failed"
+    fi
+    ((failed == 0 && passed > 0))
+}

@@ -1,0 +1,105 @@
+# Wine programs in a prefix and on a display of this project's own. To be sourced after lib.sh.
+#
+#   use_wine NAME [32]   the prefix build/wine-NAME, made when it is missing; with 32, for 32-bit programs too, where
+#                        build/wine32 is there
+#   start_display        a virtual display, ended with the script
+#   in_wine PROGRAM ...  runs a Windows program there
+#
+# Nothing of the user's own Wine is touched, and two commands with prefixes of different names do not meet.
+
+# A run of the suites needs no browser, no .NET and no entries in the user's menus.
+export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree=;mshtml=;winemenubuilder.exe='
+
+have_wine32() { [[ -f $build/wine32/.complete ]]; }
+
+use_wine() {
+    wine=$(command -v wine)
+    wineserver=$(command -v wineserver)
+    if [[ ${2-} == 32 ]] && have_wine32; then
+        wine=$build/wine32/bin/wine
+        wineserver=$build/wine32/bin/wineserver
+    fi
+    export WINEPREFIX=$build/wine-$1
+    at_exit end_wine
+    locked "wine-$1" make_prefix "$1"
+}
+
+in_wine() { "$wine" "$@" 8>&-; }
+windows_path() { printf 'Z:%s' "${1//\//\\}"; }
+
+# Ends every process of this prefix, and of no other.
+end_wine() { "$wineserver" -k 2>/dev/null || true; }
+
+# A crash ends the program instead of waiting in a dialog; windows are not left to a window manager, because waiting for
+# one that is not there costs two seconds whenever a window closes.
+make_prefix() {
+    local stamp
+    stamp="$("$wine" --version) $wine 2"
+    if [[ -f $WINEPREFIX/.complete && $(<"$WINEPREFIX/.complete") == "$stamp" ]]; then
+        return 0
+    fi
+    step "Making the Wine prefix build/wine-$1"
+    end_wine
+    rm -rf "$WINEPREFIX"
+    logged "wine-$1" fill_prefix || return 1
+    echo "$stamp" >"$WINEPREFIX/.complete"
+}
+
+fill_prefix() {
+    # Without a display: nothing of the set-up shows a window.
+    DISPLAY= in_wine wineboot -i &&
+        set_registry 'HKCU\Software\Wine\WineDbg' ShowCrashDialog REG_DWORD 0 &&
+        set_managed N &&
+        "$wineserver" -w
+}
+
+set_registry() { in_wine reg add "$1" /v "$2" /t "$3" /d "$4" /f; }
+
+# set_managed Y|N: whether a window manager has the windows.
+set_managed() { set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ "$1"; }
+
+# Whether 32-bit programs run in the prefix: asked of one of Wine's own.
+runs_32bit_programs() {
+    have_wine32 && timeout -k 5 60 "$wine" 'C:\windows\syswow64\cmd.exe' /c 'exit 7' >/dev/null 2>&1
+    [[ $? == 7 ]]
+}
+
+# The number of the display is chosen by the server itself, so that two of them never want the same.
+start_display() {
+    local file i group
+    file=$(mktemp "$build/.display.XXXXXX")
+    start_group serve_display "$file"
+    for ((i = 0; i < 150; i++)); do
+        if [[ -s $file ]]; then
+            DISPLAY=:$(<"$file")
+            export DISPLAY
+            rm -f "$file"
+            return 0
+        fi
+        kill -0 "$group" 2>/dev/null || break
+        sleep 0.1
+    done
+    rm -f "$file"
+    complain "no virtual display: $(tail -n 3 "$logs/display.log")"
+    return 1
+}
+
+# Ends with this script even when the script itself is killed.
+serve_display() {
+    exec setpriv --pdeathsig TERM \
+        Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$1" >"$logs/display.log" 2>&1
+}
+
+# True when the user sits at a display that answers: a local one is looked up by its socket, a remote one is believed.
+have_display() {
+    local number
+    case ${DISPLAY-} in
+        :*)
+            number=${DISPLAY#:}
+            number=${number%%.*}
+            [[ -S /tmp/.X11-unix/X$number ]] || grep -q "@/tmp/.X11-unix/X$number\$" /proc/net/unix 2>/dev/null
+            ;;
+        ?*) return 0 ;;
+        *) return 1 ;;
+    esac
+}
