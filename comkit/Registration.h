@@ -84,13 +84,13 @@ private:
     void CreateKeys(const std::wstring& path) {
         for (std::size_t end = 0; end != std::wstring::npos;) {
             end = path.find(L'\\', end + 1);
-            const std::wstring part = path.substr(0, end);
+            Undo created{path.substr(0, end), std::nullopt, std::nullopt};
             m_undo.reserve(m_undo.size() + 1);  // so that noting a created key cannot fail
             UniqueRegKey key;
             DWORD disposition = 0;
-            ThrowIfRegistryFailed(RegCreateKeyExW(m_root, part.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
-                                                  key.Put(), &disposition));
-            if (disposition == REG_CREATED_NEW_KEY) m_undo.push_back({part, std::nullopt, std::nullopt});
+            ThrowIfRegistryFailed(RegCreateKeyExW(m_root, created.key.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
+                                                  nullptr, key.Put(), &disposition));
+            if (disposition == REG_CREATED_NEW_KEY) m_undo.push_back(std::move(created));
         }
     }
 

@@ -101,6 +101,10 @@ void DeviceModel::SetNow(DeviceTime value) {
 
 std::u16string DeviceModel::Read(const VariableAddress& address, DeviceTime at) const {
     if (m_bOffline) throw SimulatorError(Reason::Offline, u"the device is offline");
+    return Peek(address, at);
+}
+
+std::u16string DeviceModel::Peek(const VariableAddress& address, DeviceTime at) const {
     const std::size_t variable = Find(address);
     if (variable < FirstClockPart) return ToDecimal(m_configuration[variable]);
     if (variable < FirstSetValue) return ToDecimal(PartsOf(at)[variable - FirstClockPart]);

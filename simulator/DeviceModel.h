@@ -75,6 +75,9 @@ public:
     /// The value with the clock taken at one instant, for several parts that have to belong together.
     std::u16string Read(const VariableAddress& address, DeviceTime at) const;
 
+    /// The value past all refusals, as whoever stands before the device sees it. Throws UnknownVariable.
+    std::u16string Peek(const VariableAddress& address, DeviceTime at) const;
+
     /// Throws SimulatorError (Offline, UnknownVariable, ReadOnly, BadValue).
     void Write(const VariableAddress& address, std::u16string_view text);
 
