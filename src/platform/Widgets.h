@@ -121,24 +121,26 @@ public:
 
 /// The control's own area, the parent of all children. Bounds() has its size; left and top are the container's
 /// business.
-class Surface : public Widget {
+class ControlArea : public Widget {
 public:
     /// Sets the control's own size, as far as the container agrees. Does not call OnResize.
     virtual void SetSize(const Size& size) = 0;
-    /// Size of one line of text in the surface's font.
+    /// Size of one line of text in the area's font.
     virtual Size MeasureText(std::u16string_view text) const = 0;
     virtual double TwipsPerPixel() const = 0;
-    virtual int ScrollBarWidthPixels() const = 0;
+    /// The listener must outlive the area's use of it; null ends the notifications.
+    virtual void SetListener(WidgetListener* listener) = 0;
+};
 
-    /// Children, in tab order of their creation. parent is the surface or a frame; the children must be destroyed
-    /// before it.
+/// The area of a control made of native children. Children are in the tab order of their creation; parent is the
+/// surface or a frame; the children must be destroyed before it.
+class Surface : public ControlArea {
+public:
+    virtual int ScrollBarWidthPixels() const = 0;
     virtual std::unique_ptr<Frame> CreateFrame(Widget& parent, std::u16string_view name) = 0;
     virtual std::unique_ptr<CheckBox> CreateCheckBox(Widget& parent, std::u16string_view name) = 0;
     virtual std::unique_ptr<Calendar> CreateCalendar(Widget& parent, std::u16string_view name) = 0;
     virtual std::unique_ptr<TimeField> CreateTimeField(Widget& parent, std::u16string_view name) = 0;
-
-    /// The listener must outlive the surface's use of it; null ends the notifications.
-    virtual void SetListener(WidgetListener* listener) = 0;
 };
 
 }  // namespace kiv
