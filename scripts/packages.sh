@@ -19,7 +19,7 @@ packages_wine32=(libc6-i386 lib32gcc-s1 libz-mingw-w64)
 missing_packages() {
     local package
     for package in "$@"; do
-        if [[ $(dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null) != *installed* ]]; then
+        if ! dpkg-query -W -f '${db:Status-Status}\n' "$package" 2>/dev/null | grep -qx installed; then
             printf '%s\n' "$package"
         fi
     done

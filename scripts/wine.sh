@@ -13,8 +13,10 @@ export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES='mscoree=;mshtml=;winemenub
 have_wine32() { [[ -f $build/wine32/.complete ]]; }
 
 use_wine() {
-    wine=$(command -v wine)
-    wineserver=$(command -v wineserver)
+    if ! wine=$(command -v wine) || ! wineserver=$(command -v wineserver); then
+        complain "Wine is not installed; ./test installs it."
+        return 1
+    fi
     if [[ ${2-} == 32 ]] && have_wine32; then
         wine=$build/wine32/bin/wine
         wineserver=$build/wine32/bin/wineserver
