@@ -87,7 +87,8 @@ void DataBindings::Pull(std::int32_t slot) {
 }
 
 void DataBindings::Push(std::int32_t slot) {
-    const DataElementBinding& record = Record(slot);
+    // A copy: the framework may call back and change the record while it still reads this one.
+    const DataElementBinding record = Record(slot);
     const DataElementPtr element = ElementOfActiveSlot(slot);
     if (!element) return;
     Attempt([&] { m_framework.Write(element, record); });

@@ -23,7 +23,8 @@ std::shared_ptr<HiddenControl> FrameworkLink::Hidden() {
     m_bUnavailable = true;
     std::shared_ptr<HiddenControl> hidden =
         m_lifeline.CallOut([&] { return m_framework.CreateHiddenControl(m_iElementCount, m_listener); });
-    if (!hidden) ThrowNotSet();
+    // No longer marked: everything was released while it was being made, and this one is let go too.
+    if (!hidden || !m_bUnavailable) ThrowNotSet();
     m_bUnavailable = false;
     m_pHidden = hidden;
     return hidden;

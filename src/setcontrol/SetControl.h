@@ -22,6 +22,8 @@
 
 namespace kiv {
 
+class SetControlCore;
+
 enum ModeSetConstants : std::int32_t { sdtSetDateTime = 0, sdtSetDateOnly = 1, sdtSetTimeOnly = 2 };
 
 /// What GetDateTimeInfo hands out.
@@ -33,6 +35,8 @@ struct DateTimeInfo {
 
 class SetControl final {
 public:
+    static constexpr std::u16string_view ClassName = u"KivSetDateTime";
+
     SetControl(const ControlPlatform& platform, SetControlEvents& events);
     ~SetControl();
     SetControl(const SetControl&) = delete;
@@ -120,8 +124,8 @@ public:
     DateTimeInfo GetDateTimeInfo() const;
 
 private:
-    class Impl;
-    std::unique_ptr<Impl> m_pImpl;
+    // Shared, because a call in progress keeps the core alive when this object is destroyed meanwhile.
+    std::shared_ptr<SetControlCore> m_pCore;
 };
 
 }  // namespace kiv
