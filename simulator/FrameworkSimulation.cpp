@@ -177,8 +177,9 @@ void FrameworkSimulation::Poll() {
         explicit Polling(bool& f) : flag(f) { flag = true; }
         ~Polling() { flag = false; }
     } const polling(m_bPolling);
+    const DeviceTime at = m_device.Now();
     for (const auto& control : LivingControls())
-        for (const auto& queued : control->CollectDue(m_device.Now())) control->Deliver(queued);
+        for (const auto& queued : control->CollectDue(at)) control->Deliver(queued);
 }
 
 void FrameworkSimulation::Refresh() {
