@@ -237,7 +237,7 @@ TEST_F(SimulatedFramework, AllValuesOfOnePollAreOfTheSameSecond) {
 }
 
 TEST_F(SimulatedFramework, ElementsOutsideTheCountAreRefused) {
-    for (const std::int16_t index : {-1, 8, 32767}) {
+    for (const std::int16_t index : std::initializer_list<std::int16_t>{-1, 8, 32767}) {
         SCOPED_TRACE(index);
         EXPECT_EQ(Refusal([&] { control->CheckIndex(index); }), Reason::NoSuchElement);
         EXPECT_EQ(Refusal([&] { control->WriteDefinition(index, {}); }), Reason::NoSuchElement);
