@@ -1,12 +1,13 @@
 // Self-registration as data, and the one interpreter that applies it.
 //
-// RegistryWriter writes entries below a root of classes and takes back everything it wrote, created keys and former
-// values included, unless Commit is called: a registration that fails half-way leaves the registry as it was. Taking
-// away is RemoveKeys. Errors are ComError with the system's own result.
+// Registering is all or nothing: a failure puts everything back, created keys and former values included, and is
+// reported as it came. Unregistering takes away exactly what registering wrote, and the keys that are empty then; what
+// the server of the other bitness still needs stays until that one goes. Errors are ComError.
 #pragma once
 
-#include <objbase.h>
 #include <windows.h>
+
+#include <objbase.h>
 
 #include <algorithm>
 #include <iterator>
@@ -22,76 +23,125 @@ namespace comkit {
 
 enum class RegistrationScope {
     Machine,
-    User,  ///< the current user; needs no administrator
+    User,  ///< the current user alone; needs no administrator
 };
 
-/// One text value. key is a path below the root of classes; an empty name is the key's default value.
 struct RegistryEntry {
-    std::wstring key;
-    std::wstring name;
-    std::wstring text;
+    std::wstring key;                  ///< path below the root of all classes
+    std::wstring name;                 ///< empty: the key's default value
+    std::optional<std::wstring> text;  ///< nothing: the key alone
+    /// Serves the server of the other bitness too, which sees the same key.
+    bool shared = false;
 };
+
+namespace detail {
+
+inline constexpr const wchar_t* ClassesPath = L"Software\\Classes";
+inline constexpr REGSAM OtherBitness = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
 
 inline void ThrowIfRegistryFailed(LSTATUS status) {
     if (status != ERROR_SUCCESS) throw ComError(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
 }
 
-/// The key below which classes are registered.
-inline UniqueRegKey OpenClassesRoot(RegistrationScope scope) {
+inline HKEY HiveOf(RegistrationScope scope) noexcept {
+    return scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
+inline UniqueRegKey OpenClasses(RegistrationScope scope) {
     UniqueRegKey root;
-    const HKEY hive = scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
     ThrowIfRegistryFailed(
-        RegCreateKeyExW(hive, L"Software\\Classes", 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, root.Put(), nullptr));
+        RegCreateKeyExW(HiveOf(scope), ClassesPath, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, root.Put(), nullptr));
     return root;
 }
 
-class RegistryWriter {
+inline bool IsEmptyKey(HKEY key) noexcept {
+    DWORD keys = 0;
+    DWORD values = 0;
+    const LSTATUS status = RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
+                                            nullptr, nullptr, nullptr);
+    return status == ERROR_SUCCESS && keys == 0 && values == 0;
+}
+
+/// Deletes a key and the keys above it, up to the first that still holds something.
+inline void DeleteWhileEmpty(HKEY root, std::wstring path) noexcept {
+    while (!path.empty()) {
+        UniqueRegKey key;
+        if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, key.Put()) == ERROR_SUCCESS) {
+            if (!IsEmptyKey(key.Get())) return;
+            key.Reset();
+            if (RegDeleteKeyW(root, path.c_str()) != ERROR_SUCCESS) return;
+        }
+        const std::size_t cut = path.rfind(L'\\');
+        path.resize(cut == std::wstring::npos ? 0 : cut);
+    }
+}
+
+inline void RemoveValue(HKEY root, const RegistryEntry& entry) {
+    UniqueRegKey key;
+    const LSTATUS opened = RegOpenKeyExW(root, entry.key.c_str(), 0, KEY_READ | KEY_WRITE, key.Put());
+    if (opened == ERROR_FILE_NOT_FOUND) return;
+    ThrowIfRegistryFailed(opened);
+    if (!entry.text) return;
+    const LSTATUS deleted = RegDeleteValueW(key.Get(), entry.name.c_str());
+    if (deleted != ERROR_FILE_NOT_FOUND) ThrowIfRegistryFailed(deleted);
+}
+
+inline void RemoveEntries(HKEY root, const std::vector<RegistryEntry>& entries, bool shared) {
+    for (const RegistryEntry& entry : entries)
+        if (entry.shared == shared) RemoveValue(root, entry);
+    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
+        if (entry->shared == shared) DeleteWhileEmpty(root, entry->key);
+}
+
+}  // namespace detail
+
+/// Writes entries below a root and, unless told to keep them, puts everything back as it was.
+class RegistryTransaction {
 public:
-    /// root must outlive the writer.
-    explicit RegistryWriter(HKEY root) noexcept : m_root(root) {}
-    RegistryWriter(const RegistryWriter&) = delete;
-    RegistryWriter& operator=(const RegistryWriter&) = delete;
-    ~RegistryWriter() { RollBack(); }
+    /// root must outlive the transaction.
+    explicit RegistryTransaction(HKEY root) noexcept : m_root(root) {}
+    RegistryTransaction(const RegistryTransaction&) = delete;
+    RegistryTransaction& operator=(const RegistryTransaction&) = delete;
+    ~RegistryTransaction() {
+        std::for_each(m_steps.rbegin(), m_steps.rend(), [this](const Step& step) { Undo(step); });
+    }
 
     void Write(const RegistryEntry& entry) {
-        CreateKeys(entry.key);
-        UniqueRegKey key;
-        ThrowIfRegistryFailed(RegOpenKeyExW(m_root, entry.key.c_str(), 0, KEY_QUERY_VALUE | KEY_SET_VALUE, key.Put()));
-        m_undo.push_back({entry.key, entry.name, FormerValue(key.Get(), entry.name)});
-        ThrowIfRegistryFailed(RegSetValueExW(key.Get(), entry.name.c_str(), 0, REG_SZ,
-                                             reinterpret_cast<const BYTE*>(entry.text.c_str()),
-                                             static_cast<DWORD>((entry.text.size() + 1) * sizeof(wchar_t))));
+        const UniqueRegKey key = CreateKeys(entry.key);
+        if (!entry.text) return;
+        m_steps.push_back({entry.key, false, entry.name, FormerValue(key.Get(), entry.name)});
+        detail::ThrowIfRegistryFailed(RegSetValueExW(key.Get(), entry.name.c_str(), 0, REG_SZ,
+                                                     reinterpret_cast<const BYTE*>(entry.text->c_str()),
+                                                     static_cast<DWORD>((entry.text->size() + 1) * sizeof(wchar_t))));
     }
 
-    void Write(const std::vector<RegistryEntry>& entries) {
-        for (const RegistryEntry& entry : entries) Write(entry);
-    }
-
-    void Commit() noexcept { m_undo.clear(); }
+    void Keep() noexcept { m_steps.clear(); }
 
 private:
     struct Value {
         DWORD type = REG_NONE;
         std::vector<BYTE> data;
     };
-    /// Without a name, the key itself was created.
-    struct Undo {
+    struct Step {
         std::wstring key;
-        std::optional<std::wstring> name;
+        bool keyIsNew = false;
+        std::wstring name;
         std::optional<Value> former;
     };
 
-    void CreateKeys(const std::wstring& path) {
+    /// Key by key, since each that is new has to be known.
+    UniqueRegKey CreateKeys(const std::wstring& path) {
+        UniqueRegKey key;
         for (std::size_t end = 0; end != std::wstring::npos;) {
             end = path.find(L'\\', end + 1);
-            Undo created{path.substr(0, end), std::nullopt, std::nullopt};
-            m_undo.reserve(m_undo.size() + 1);  // so that noting a created key cannot fail
-            UniqueRegKey key;
+            Step step{path.substr(0, end), true, {}, std::nullopt};
+            m_steps.reserve(m_steps.size() + 1);  // so that noting a new key cannot fail
             DWORD disposition = 0;
-            ThrowIfRegistryFailed(RegCreateKeyExW(m_root, created.key.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
-                                                  nullptr, key.Put(), &disposition));
-            if (disposition == REG_CREATED_NEW_KEY) m_undo.push_back(std::move(created));
+            detail::ThrowIfRegistryFailed(RegCreateKeyExW(m_root, step.key.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE,
+                                                          nullptr, key.Put(), &disposition));
+            if (disposition == REG_CREATED_NEW_KEY) m_steps.push_back(std::move(step));
         }
+        return key;
     }
 
     static std::optional<Value> FormerValue(HKEY key, const std::wstring& name) {
@@ -100,67 +150,50 @@ private:
         if (RegQueryValueExW(key, name.c_str(), nullptr, &value.type, nullptr, &size) != ERROR_SUCCESS)
             return std::nullopt;
         value.data.resize(size);
-        ThrowIfRegistryFailed(RegQueryValueExW(key, name.c_str(), nullptr, &value.type, value.data.data(), &size));
+        detail::ThrowIfRegistryFailed(
+            RegQueryValueExW(key, name.c_str(), nullptr, &value.type, value.data.data(), &size));
         value.data.resize(size);
         return value;
     }
 
-    void RollBack() noexcept {
-        std::for_each(m_undo.rbegin(), m_undo.rend(), [this](const Undo& undo) { TakeBack(undo); });
-        m_undo.clear();
-    }
-
-    /// What cannot be taken back stays: there is nobody left to tell.
-    void TakeBack(const Undo& undo) const noexcept {
-        if (!undo.name) {
-            RegDeleteKeyW(m_root, undo.key.c_str());
+    /// What cannot be put back stays: there is nobody left to tell.
+    void Undo(const Step& step) const noexcept {
+        if (step.keyIsNew) {
+            RegDeleteKeyW(m_root, step.key.c_str());
             return;
         }
         UniqueRegKey key;
-        if (RegOpenKeyExW(m_root, undo.key.c_str(), 0, KEY_SET_VALUE, key.Put()) != ERROR_SUCCESS) return;
-        if (undo.former)
-            RegSetValueExW(key.Get(), undo.name->c_str(), 0, undo.former->type, undo.former->data.data(),
-                           static_cast<DWORD>(undo.former->data.size()));
+        if (RegOpenKeyExW(m_root, step.key.c_str(), 0, KEY_WRITE, key.Put()) != ERROR_SUCCESS) return;
+        if (step.former)
+            RegSetValueExW(key.Get(), step.name.c_str(), 0, step.former->type, step.former->data.data(),
+                           static_cast<DWORD>(step.former->data.size()));
         else
-            RegDeleteValueW(key.Get(), undo.name->c_str());
+            RegDeleteValueW(key.Get(), step.name.c_str());
     }
 
     HKEY m_root;
-    std::vector<Undo> m_undo;
+    std::vector<Step> m_steps;
 };
 
-namespace detail {
-/// Registering for one user may have had to make "CLSID" itself.
-inline void RemoveParentIfEmpty(HKEY root, const std::wstring& path) noexcept {
-    const std::size_t end = path.rfind(L'\\');
-    if (end == std::wstring::npos) return;
-    try {
-        const std::wstring parent = path.substr(0, end);
-        UniqueRegKey key;
-        DWORD keys = 1;
-        DWORD values = 1;
-        if (RegOpenKeyExW(root, parent.c_str(), 0, KEY_READ, key.Put()) != ERROR_SUCCESS) return;
-        if (RegQueryInfoKeyW(key.Get(), nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr, nullptr,
-                             nullptr, nullptr) != ERROR_SUCCESS)
-            return;
-        key.Reset();
-        if (keys == 0 && values == 0) RegDeleteKeyW(root, parent.c_str());
-    } catch (const std::bad_alloc&) {
-        return;  // an empty key left behind does no harm
-    }
+inline void RegisterEntries(RegistrationScope scope, const std::vector<RegistryEntry>& entries) {
+    const UniqueRegKey root = detail::OpenClasses(scope);
+    RegistryTransaction transaction(root.Get());
+    for (const RegistryEntry& entry : entries) transaction.Write(entry);
+    transaction.Keep();
 }
-}  // namespace detail
 
-/// Deletes keys with all that is below them. A missing key is no error; the first real failure is thrown after the
-/// other keys were tried.
-inline void RemoveKeys(HKEY root, const std::vector<std::wstring>& keys) {
-    LSTATUS first = ERROR_SUCCESS;
-    for (const std::wstring& key : keys) {
-        const LSTATUS status = RegDeleteTreeW(root, key.c_str());
-        if (status == ERROR_SUCCESS) detail::RemoveParentIfEmpty(root, key);
-        if (status != ERROR_SUCCESS && status != ERROR_FILE_NOT_FOUND && first == ERROR_SUCCESS) first = status;
-    }
-    ThrowIfRegistryFailed(first);
+/// marks are keys of a bitness of its own whose presence tells that a server is registered.
+inline void UnregisterEntries(RegistrationScope scope, const std::vector<RegistryEntry>& entries,
+                              const std::vector<std::wstring>& marks) {
+    const UniqueRegKey root = detail::OpenClasses(scope);
+    detail::RemoveEntries(root.Get(), entries, false);
+    const bool otherStays = std::any_of(marks.begin(), marks.end(), [scope](const std::wstring& mark) {
+        const std::wstring path = std::wstring(detail::ClassesPath) + L"\\" + mark;
+        UniqueRegKey key;
+        return RegOpenKeyExW(detail::HiveOf(scope), path.c_str(), 0, KEY_READ | detail::OtherBitness, key.Put()) ==
+               ERROR_SUCCESS;
+    });
+    if (!otherStays) detail::RemoveEntries(root.Get(), entries, true);
 }
 
 inline std::wstring GuidText(REFGUID guid) {

@@ -1,15 +1,15 @@
 #include "simulator/RegistryObject.h"
 
+#include <iterator>
 #include <string>
 
-#include "comkit/Registration.h"
+#include "comkit/Errors.h"
 #include "framework/FrameworkNames.h"
 #include "simulator/Simulation.h"
 
 namespace vexa {
 
 using comkit::ComError;
-using comkit::ThrowIfRegistryFailed;
 using comkit::Variant;
 
 namespace {
@@ -22,6 +22,18 @@ HKEY RootOf(std::int32_t root) noexcept {
 std::wstring WideText(const LateArguments& arguments, std::size_t position) {
     const std::u16string text = arguments.Text(position);
     return std::wstring(comkit::ToWide(text));
+}
+
+/// The error carries the system's own description of it.
+void ThrowIfRegistryFailed(LSTATUS status) {
+    if (status == ERROR_SUCCESS) return;
+    wchar_t text[256];
+    const DWORD length =
+        FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK,
+                       nullptr, static_cast<DWORD>(status), 0, text, static_cast<DWORD>(std::size(text)), nullptr);
+    std::wstring_view description(text, length);
+    description = description.substr(0, description.find_last_not_of(L' ') + 1);
+    throw ComError(HRESULT_FROM_WIN32(static_cast<DWORD>(status)), {}, std::u16string(comkit::ToUtf16(description)));
 }
 
 Variant TextOf(std::wstring data) {

@@ -44,33 +44,35 @@ std::wstring ClassKey(const ServerClass& made) {
     return L"CLSID\\" + comkit::GuidText(made.clsid);
 }
 
-std::vector<comkit::RegistryEntry> EntriesOf(const ServerClass& made, const std::wstring& path) {
+void AddEntriesOf(const ServerClass& made, const std::wstring& path, std::vector<comkit::RegistryEntry>& entries) {
+    const std::wstring clsid = comkit::GuidText(made.clsid);
     const std::wstring key = ClassKey(made);
-    return {
-        {made.progId, L"", made.description},
-        {std::wstring(made.progId) + L"\\CLSID", L"", comkit::GuidText(made.clsid)},
-        {key, L"", made.description},
-        {key + L"\\ProgID", L"", made.progId},
-        {key + L"\\InprocServer32", L"", path},
-        {key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
-    };
+    const std::wstring name = made.progId;
+    entries.insert(entries.end(), {
+                                      {name, L"", made.description, true},
+                                      {name + L"\\CLSID", L"", clsid, true},
+                                      {key, L"", made.description},
+                                      {key + L"\\ProgID", L"", name},
+                                      {key + L"\\InprocServer32", L"", path},
+                                      {key + L"\\InprocServer32", L"ThreadingModel", L"Apartment"},
+                                  });
+}
+
+std::vector<comkit::RegistryEntry> ServerEntries() {
+    const std::wstring path = comkit::ModulePath(ThisModule());
+    std::vector<comkit::RegistryEntry> entries;
+    for (const ServerClass& made : ServerClasses()) AddEntriesOf(made, path, entries);
+    return entries;
 }
 
 void Register(comkit::RegistrationScope scope) {
-    const std::wstring path = comkit::ModulePath(ThisModule());
-    const auto root = comkit::OpenClassesRoot(scope);
-    comkit::RegistryWriter writer(root.Get());
-    for (const ServerClass& made : ServerClasses()) writer.Write(EntriesOf(made, path));
-    writer.Commit();
+    comkit::RegisterEntries(scope, ServerEntries());
 }
 
 void Unregister(comkit::RegistrationScope scope) {
-    std::vector<std::wstring> keys;
-    for (const ServerClass& made : ServerClasses()) {
-        keys.push_back(ClassKey(made));
-        keys.emplace_back(made.progId);
-    }
-    comkit::RemoveKeys(comkit::OpenClassesRoot(scope).Get(), keys);
+    std::vector<std::wstring> marks;
+    for (const ServerClass& made : ServerClasses()) marks.push_back(ClassKey(made));
+    comkit::UnregisterEntries(scope, ServerEntries(), marks);
 }
 
 }  // namespace

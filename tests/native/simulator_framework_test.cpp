@@ -193,6 +193,19 @@ TEST_F(SimulatedFramework, AHandlerThatEndsItsHiddenControlGetsNoMore) {
     EXPECT_EQ(Poll(), "");
 }
 
+TEST_F(SimulatedFramework, AHandlerLivesUntilItReturnsThoughItsControlIsClosed) {
+    std::string seen;
+    std::shared_ptr<HiddenControlModel> closing = framework.CreateHiddenControl(
+        [&, own = std::string("kept by the handler itself")](std::int16_t, const std::u16string&) {
+            closing->Close();
+            seen += own;
+        });
+    closing->SetElementCount(1);
+    closing->WriteDefinition(0, {1, 1, u"nvoHour", u""});
+    Poll();
+    EXPECT_EQ(seen, "kept by the handler itself");
+}
+
 TEST_F(SimulatedFramework, PollingInsideAHandlerDoesNotNest) {
     BindForReading(2, u"nvoHour");
     BindForReading(3, u"nvoMinute");
