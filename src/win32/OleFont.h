@@ -2,9 +2,10 @@
 // seen by both.
 #pragma once
 
+#include <windows.h>
+
 #include <ocidl.h>
 #include <olectl.h>
-#include <windows.h>
 
 #include "comkit/ComPtr.h"
 #include "platform/Font.h"

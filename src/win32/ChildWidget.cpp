@@ -1,0 +1,119 @@
+#include "win32/ChildWidget.h"
+
+#include <uxtheme.h>
+
+#include <algorithm>
+
+#include "win32/Dpi.h"
+#include "win32/OleColors.h"
+
+namespace kiv::win32 {
+
+ChildWidget::ChildWidget(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent, std::u16string_view name)
+    : WidgetWindow(std::move(context)), m_parent(parent), m_strName(name) {
+    Context()->children.push_back(this);
+}
+
+ChildWidget::~ChildWidget() {
+    std::erase(Context()->children, this);
+}
+
+void ChildWidget::Open() {
+    WindowDescription description = Describe();
+    description.parent = m_parent.Window();
+    description.place = PixelEdges(EffectiveBounds(), Context()->dpi);
+    description.style |= WS_CHILD | WS_CLIPSIBLINGS;
+    if (m_bVisible) description.style |= WS_VISIBLE;
+    if (!m_bEnabled) description.style |= WS_DISABLED;
+    if (WantsTabStop()) description.style |= WS_TABSTOP;
+    OpenWindow(description);
+    // Native children ignore most of their colours while they are themed.
+    if (!WantsTheme()) SetWindowTheme(Window(), L"", L"");
+    ApplyFont();
+    OnOpened();
+}
+
+void ChildWidget::PrepareToClose() noexcept {
+    if (!Window()) return;
+    if (IsBusy()) {
+        CloseWindow();
+    } else {
+        KeepState();
+    }
+}
+
+void ChildWidget::OnDpiChanged() {
+    if (!Window()) return;
+    UpdateFont();
+    MoveWindowToBounds();
+}
+
+bool ChildWidget::IsTabStop() const noexcept {
+    const HWND window = Window();
+    return window && WantsTabStop() && IsWindowVisible(window) && IsWindowEnabled(window);
+}
+
+void ChildWidget::PutBounds(const Rect& bounds) {
+    if (m_bounds == bounds) return;
+    m_bounds = bounds;
+    MoveWindowToBounds();
+}
+
+void ChildWidget::MoveWindowToBounds() {
+    if (!Window()) return;
+    const RECT wanted = PixelEdges(EffectiveBounds(), Context()->dpi);
+    RECT present{};
+    GetWindowRect(Window(), &present);
+    MapWindowPoints(nullptr, GetParent(Window()), reinterpret_cast<POINT*>(&present), 2);
+    if (EqualRect(&wanted, &present)) return;
+    SetWindowPos(Window(), nullptr, wanted.left, wanted.top, wanted.right - wanted.left, wanted.bottom - wanted.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOOWNERZORDER);
+}
+
+void ChildWidget::PutEnabled(bool enabled) {
+    if (m_bEnabled == enabled) return;
+    m_bEnabled = enabled;
+    if (Window()) EnableWindow(Window(), enabled);
+}
+
+void ChildWidget::PutVisible(bool visible) {
+    if (m_bVisible == visible) return;
+    m_bVisible = visible;
+    if (Window()) ShowWindow(Window(), visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void ChildWidget::PutBack(OleColor color) {
+    if (m_back == color) return;
+    m_back = color;
+    OnColorChanged();
+}
+
+void ChildWidget::PutFore(OleColor color) {
+    if (m_fore == color) return;
+    m_fore = color;
+    OnColorChanged();
+}
+
+void ChildWidget::OnColorChanged() {
+    if (Window()) InvalidateRect(Window(), nullptr, TRUE);
+}
+
+void ChildWidget::PutFont(const FontPtr& font) {
+    m_pFont = font;
+    // The object may have changed in place: what it describes now decides, not whether it is another object.
+    if (Window()) UpdateFont();
+    OnFontChanged();
+}
+
+void ChildWidget::ApplyFont() {
+    m_pGdiFont = FindGdiFont(TraitsOrDefault(m_pFont), Context()->dpi);
+    SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(m_pGdiFont->Handle()), TRUE);
+}
+
+void ChildWidget::UpdateFont() {
+    // A month calendar under Wine loses a font with each WM_SETFONT: only what really changes is sent.
+    const GdiFontPtr former = m_pGdiFont;
+    if (former != FindGdiFont(TraitsOrDefault(m_pFont), Context()->dpi)) ApplyFont();
+}
+
+}  // namespace kiv::win32

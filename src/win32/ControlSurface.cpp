@@ -1,0 +1,155 @@
+#include "win32/ControlSurface.h"
+
+#include "comkit/Bstr.h"
+#include "comkit/Handle.h"
+#include "win32/ChildWidget.h"
+#include "win32/Dpi.h"
+#include "win32/NativeCalendar.h"
+#include "win32/NativeCheckBox.h"
+#include "win32/NativeFrame.h"
+#include "win32/NativeTimeField.h"
+#include "win32/SurfaceWindow.h"
+
+namespace kiv::win32 {
+
+namespace {
+
+/// A child that is created while the surface is active gets its window at once.
+template <class Child>
+std::unique_ptr<Child> MakeChild(const std::shared_ptr<SurfaceContext>& context, WidgetWindow& parent,
+                                 std::u16string_view name) {
+    auto child = std::make_unique<Child>(context, parent, name);
+    if (parent.Window()) child->Open();
+    return child;
+}
+
+}  // namespace
+
+ControlSurface::ControlSurface(SurfaceSite& site) : m_pImpl(std::make_shared<Impl>(*this, site)) {}
+
+ControlSurface::~ControlSurface() {
+    m_pImpl->Detach();
+}
+
+void ControlSurface::Activate(HWND parent, const RECT& pixels) {
+    m_pImpl->Open(parent, pixels);
+}
+
+void ControlSurface::Deactivate() noexcept {
+    m_pImpl->Close();
+}
+
+HWND ControlSurface::Window() const noexcept {
+    return m_pImpl->Window();
+}
+
+void ControlSurface::SetPixelRect(const RECT& pixels) {
+    if (const HWND window = m_pImpl->Window()) {
+        MoveWindow(window, pixels.left, pixels.top, pixels.right - pixels.left, pixels.bottom - pixels.top, TRUE);
+        if (m_pImpl->Window() != window) return;
+    }
+    m_pImpl->TakePixelSize(pixels);
+}
+
+void ControlSurface::SetSizeFromContainer(const Size& twips) {
+    m_pImpl->TakeSize(twips);
+}
+
+int ControlSurface::Dpi() const noexcept {
+    return m_pImpl->Context()->dpi;
+}
+
+Rect ControlSurface::Bounds() const {
+    return {0, 0, m_pImpl->m_size.width, m_pImpl->m_size.height};
+}
+
+void ControlSurface::SetBounds(const Rect& bounds) {
+    SetSize({bounds.width, bounds.height});
+}
+
+bool ControlSurface::IsEnabled() const {
+    return m_pImpl->m_bEnabled;
+}
+
+void ControlSurface::SetEnabled(bool enabled) {
+    m_pImpl->m_bEnabled = enabled;
+    if (const HWND window = m_pImpl->Window()) EnableWindow(window, enabled);
+}
+
+bool ControlSurface::IsVisible() const {
+    return m_pImpl->m_bVisible;
+}
+
+void ControlSurface::SetVisible(bool visible) {
+    m_pImpl->m_bVisible = visible;
+    if (const HWND window = m_pImpl->Window()) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+OleColor ControlSurface::BackColor() const {
+    return m_pImpl->m_back;
+}
+
+void ControlSurface::SetBackColor(OleColor color) {
+    m_pImpl->m_back = color;
+    if (const HWND window = m_pImpl->Window()) InvalidateRect(window, nullptr, TRUE);
+}
+
+OleColor ControlSurface::ForeColor() const {
+    return m_pImpl->m_fore;
+}
+
+void ControlSurface::SetForeColor(OleColor color) {
+    m_pImpl->m_fore = color;
+}
+
+FontPtr ControlSurface::GetFont() const {
+    return m_pImpl->m_pFont;
+}
+
+void ControlSurface::SetFont(const FontPtr& font) {
+    m_pImpl->m_pFont = font;
+}
+
+void ControlSurface::SetSize(const Size& size) {
+    m_pImpl->SetOwnSize(size);
+}
+
+Size ControlSurface::MeasureText(std::u16string_view text) const {
+    const comkit::WindowDc dc(m_pImpl->Window());
+    const GdiFontPtr font = FindGdiFont(TraitsOrDefault(m_pImpl->m_pFont), Dpi());
+    const comkit::GdiSelection selection(dc.Get(), font->Handle());
+    const std::wstring_view wide = comkit::ToWide(text);
+    SIZE size{};
+    GetTextExtentPoint32W(dc.Get(), wide.data(), static_cast<int>(wide.size()), &size);
+    return {TwipsFromPixels(size.cx, Dpi()), TwipsFromPixels(size.cy, Dpi())};
+}
+
+double ControlSurface::TwipsPerPixel() const {
+    return TwipsFromPixels(1, Dpi());
+}
+
+int ControlSurface::ScrollBarWidthPixels() const {
+    return GetSystemMetrics(SM_CXVSCROLL);
+}
+
+std::unique_ptr<Frame> ControlSurface::CreateFrame(Widget& parent, std::u16string_view name) {
+    return MakeChild<NativeFrame>(m_pImpl->Context(), m_pImpl->ParentFor(parent), name);
+}
+
+std::unique_ptr<CheckBox> ControlSurface::CreateCheckBox(Widget& parent, std::u16string_view name) {
+    return MakeChild<NativeCheckBox>(m_pImpl->Context(), m_pImpl->ParentFor(parent), name);
+}
+
+std::unique_ptr<Calendar> ControlSurface::CreateCalendar(Widget& parent, std::u16string_view name) {
+    return MakeChild<NativeCalendar>(m_pImpl->Context(), m_pImpl->ParentFor(parent), name);
+}
+
+std::unique_ptr<TimeField> ControlSurface::CreateTimeField(Widget& parent, std::u16string_view name) {
+    return MakeChild<NativeTimeField>(m_pImpl->Context(), m_pImpl->ParentFor(parent), name);
+}
+
+void ControlSurface::SetListener(WidgetListener* listener) {
+    m_pImpl->Context()->listener = listener;
+}
+
+}  // namespace kiv::win32

@@ -1,0 +1,68 @@
+#include "win32/GdiFont.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+#include <mutex>
+#include <new>
+#include <utility>
+#include <vector>
+
+#include "comkit/Bstr.h"
+#include "win32/OleFont.h"
+
+namespace kiv::win32 {
+
+namespace {
+
+constexpr double SizeUnitsPerPoint = 10000;
+constexpr double PointsPerInch = 72;
+
+LOGFONTW DescribeFont(const FontTraits& traits, int dpi) {
+    LOGFONTW result{};
+    const double points = static_cast<double>(traits.size) / SizeUnitsPerPoint;
+    result.lfHeight = -static_cast<LONG>(std::lround(std::clamp(points, 1.0, 1000.0) * dpi / PointsPerInch));
+    result.lfWeight = traits.weight;
+    result.lfItalic = traits.italic;
+    result.lfUnderline = traits.underline;
+    result.lfStrikeOut = traits.strikethrough;
+    result.lfCharSet = static_cast<BYTE>(traits.charset);
+    const std::wstring_view name = comkit::ToWide(traits.name);
+    std::copy_n(name.begin(), std::min<std::size_t>(name.size(), LF_FACESIZE - 1), result.lfFaceName);
+    return result;
+}
+
+struct CachedFont {
+    FontTraits traits;
+    int dpi;
+    std::weak_ptr<const GdiFont> font;
+};
+
+}  // namespace
+
+GdiFont::GdiFont(const FontTraits& traits, int dpi) {
+    const LOGFONTW description = DescribeFont(traits, dpi);
+    m_font.Reset(CreateFontIndirectW(&description));
+    if (!m_font) throw std::bad_alloc();
+}
+
+GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi) {
+    // Controls may live in several apartments, hence the lock.
+    static std::mutex lock;
+    static std::vector<CachedFont> cache;
+    const std::lock_guard guard(lock);
+    std::erase_if(cache, [](const CachedFont& entry) { return entry.font.expired(); });
+    for (const CachedFont& entry : cache) {
+        if (entry.dpi != dpi || entry.traits != traits) continue;
+        if (GdiFontPtr font = entry.font.lock()) return font;
+    }
+    GdiFontPtr font = std::make_shared<const GdiFont>(traits, dpi);
+    cache.push_back({traits, dpi, font});
+    return font;
+}
+
+FontTraits TraitsOrDefault(const FontPtr& font) {
+    return font ? font->Traits() : DefaultFontTraits();
+}
+
+}  // namespace kiv::win32

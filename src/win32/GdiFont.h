@@ -1,0 +1,31 @@
+// Windows' own fonts for the fonts of the core. Equal fonts at equal resolutions share one handle, which lives as long
+// as anybody holds it.
+#pragma once
+
+#include <windows.h>
+
+#include <memory>
+
+#include "comkit/Handle.h"
+#include "platform/Font.h"
+
+namespace kiv::win32 {
+
+class GdiFont {
+public:
+    /// Throws std::bad_alloc when the system has no handle left.
+    GdiFont(const FontTraits& traits, int dpi);
+    HFONT Handle() const noexcept { return m_font.Get(); }
+
+private:
+    comkit::UniqueFont m_font;
+};
+
+using GdiFontPtr = std::shared_ptr<const GdiFont>;
+
+GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi);
+
+/// A null font means the default font.
+FontTraits TraitsOrDefault(const FontPtr& font);
+
+}  // namespace kiv::win32

@@ -1,0 +1,177 @@
+#include "win32/SurfaceWindow.h"
+
+#include "comkit/Errors.h"
+#include "win32/ChildWidget.h"
+#include "win32/Dpi.h"
+#include "win32/InputMessages.h"
+#include "win32/ModuleInstance.h"
+#include "win32/OleColors.h"
+#include "win32/PaintScope.h"
+
+namespace kiv::win32 {
+
+namespace {
+
+constexpr const wchar_t* SurfaceClassName = L"KivDateTimeSurface";
+constexpr UINT DpiChangedAfterParent = 0x02E3;  // WM_DPICHANGED_AFTERPARENT, Windows 10
+
+/// The surface's window class, for as long as this module is loaded: Windows does not remove a module's classes itself.
+class SurfaceClass {
+public:
+    SurfaceClass() noexcept {
+        WNDCLASSEXW description{};
+        description.cbSize = sizeof description;
+        description.style = CS_DBLCLKS;
+        description.lpfnWndProc = &DefWindowProcW;
+        description.hInstance = ModuleInstance();
+        description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+        description.lpszClassName = SurfaceClassName;
+        RegisterClassExW(&description);
+    }
+    SurfaceClass(const SurfaceClass&) = delete;
+    SurfaceClass& operator=(const SurfaceClass&) = delete;
+    ~SurfaceClass() { UnregisterClassW(SurfaceClassName, ModuleInstance()); }
+};
+
+Size SizeOf(const RECT& pixels, int dpi) noexcept {
+    return {TwipsFromPixels(pixels.right - pixels.left, dpi), TwipsFromPixels(pixels.bottom - pixels.top, dpi)};
+}
+
+}  // namespace
+
+ControlSurface::Impl::Impl(ControlSurface& surface, SurfaceSite& site)
+    : WidgetWindow(std::make_shared<SurfaceContext>()), m_pSurface(&surface) {
+    Context()->site = &site;
+    Context()->dpi = DpiOf(nullptr);
+}
+
+void ControlSurface::Impl::Detach() noexcept {
+    Context()->listener = nullptr;
+    Context()->site = nullptr;
+    Close();
+    m_pSurface = nullptr;
+}
+
+void ControlSurface::Impl::Open(HWND parent, const RECT& pixels) {
+    if (Window()) return;
+    const auto held = shared_from_this();
+    // The layout for this resolution and size comes first, so that the windows are made where they stay.
+    UseDpi(DpiOf(parent));
+    if (m_pSurface) TakePixelSize(pixels);
+    if (!m_pSurface || Window()) return;
+    try {
+        OpenWindows(parent, pixels);
+    } catch (...) {
+        Close();
+        throw;
+    }
+}
+
+void ControlSurface::Impl::OpenWindows(HWND parent, const RECT& pixels) {
+    static const SurfaceClass surfaceClass;
+    OpenWindow({.className = SurfaceClassName,
+                .text = L"",
+                .style = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | (m_bEnabled ? 0u : WS_DISABLED),
+                .extendedStyle = WS_EX_CONTROLPARENT,
+                .place = pixels,
+                .parent = parent,
+                .hasInnerWindows = false});
+    Context()->window = Window();
+    Context()->focus = nullptr;
+    Context()->focusTold = false;
+    for (ChildWidget* const child : Context()->children) child->Open();
+    // Shown last: nothing is painted before everything is in place.
+    if (m_bVisible) ShowWindow(Window(), SW_SHOWNA);
+}
+
+void ControlSurface::Impl::Close() noexcept {
+    const auto context = Context();
+    if (!context->window) return;
+    context->deactivating = true;
+    for (ChildWidget* const child : context->children) child->PrepareToClose();
+    CloseWindow();
+    for (ChildWidget* const child : context->children) child->DropWindow();
+    context->window = nullptr;
+    context->focus = nullptr;
+    context->focusTold = false;
+    context->deactivating = false;
+}
+
+void ControlSurface::Impl::UseDpi(int dpi) {
+    if (Context()->dpi == dpi) return;
+    Context()->dpi = dpi;
+    for (ChildWidget* const child : Context()->children) child->OnDpiChanged();
+    TellResize();
+}
+
+void ControlSurface::Impl::TellResize() {
+    if (WidgetListener* const listener = Context()->listener) listener->OnResize();
+}
+
+void ControlSurface::Impl::TakePixelSize(const RECT& pixels) {
+    const int dpi = Context()->dpi;
+    // A size that only rounding makes different is kept, or each round trip would lose a little.
+    if (PixelsFromTwips(m_size.width, dpi) == pixels.right - pixels.left &&
+        PixelsFromTwips(m_size.height, dpi) == pixels.bottom - pixels.top)
+        return;
+    TakeSize(SizeOf(pixels, dpi));
+}
+
+void ControlSurface::Impl::TakeSize(const Size& size) {
+    if (m_size == size) return;
+    m_size = size;
+    TellResize();
+}
+
+void ControlSurface::Impl::SetOwnSize(const Size& size) {
+    if (m_size == size) return;
+    m_size = size;
+    if (SurfaceSite* const site = Context()->site) site->OnSizeChanged(size);
+}
+
+WidgetWindow& ControlSurface::Impl::ParentFor(Widget& parent) {
+    if (auto* const child = dynamic_cast<ChildWidget*>(&parent)) return *child;
+    return *this;
+}
+
+std::optional<LRESULT> ControlSurface::Impl::HandleInstead(const Message& message) {
+    switch (message.id) {
+        case WM_ERASEBKGND: {
+            RECT area{};
+            GetClientRect(message.window, &area);
+            FillWithColor(reinterpret_cast<HDC>(message.wParam), area, m_back);
+            return 1;
+        }
+        case WM_PAINT: {
+            const PaintScope scope(message);
+            return 0;
+        }
+        case WM_SYSCOLORCHANGE:
+            OnSystemColorsChanged(message);
+            return 0;
+        default:
+            return std::nullopt;
+    }
+}
+
+// Only top-level windows get the message; the native children need it passed on.
+void ControlSurface::Impl::OnSystemColorsChanged(const Message& message) {
+    for (ChildWidget* const child : Context()->children) {
+        if (!child->Window()) continue;
+        SendMessageW(child->Window(), message.id, 0, 0);
+        child->OnSystemColorsChanged();
+    }
+    RedrawWindow(message.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+LRESULT ControlSurface::Impl::RunNative(NativeWindow& native, const Message& message) {
+    if (message.id == WM_LBUTTONDOWN || message.id == WM_LBUTTONDBLCLK) SetCapture(message.window);
+    if (message.id == WM_LBUTTONUP && GetCapture() == message.window) ReleaseCapture();
+    return native.CallNative(message);
+}
+
+void ControlSurface::Impl::AfterNative(const Message& message) {
+    if (message.id == DpiChangedAfterParent) UseDpi(DpiOf(message.window));
+}
+
+}  // namespace kiv::win32
