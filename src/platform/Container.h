@@ -25,6 +25,9 @@ public:
     /// A property really changed. key is its persistence key, such as "ProtoShow24Hour" or "DataVarName0".
     virtual void PropertyChanged(std::u16string_view key) = 0;
 
+    /// Something that is saved changed without being announced: the control needs saving, and that is all.
+    virtual void MarkDirty() {}
+
     /// From twips to the container's position units, x and y apart.
     virtual Point ToContainerPosition(const Point& twips) const = 0;
 };

@@ -14,8 +14,8 @@ namespace kiv {
 class Label : public Widget {
 public:
     virtual std::u16string Caption() const = 0;
-    /// Setting the text that it has already repaints nothing.
-    virtual void SetCaption(std::u16string_view caption) = 0;
+    /// True when the caption changed. Setting the text that it has already repaints and allocates nothing.
+    virtual bool SetCaption(std::u16string_view caption) = 0;
     /// Whether a sunken edge is drawn inside the bounds.
     virtual bool HasSunkenBorder() const = 0;
     virtual void SetSunkenBorder(bool sunken) = 0;
