@@ -1,0 +1,35 @@
+// A container that records what it is told. Position units are a tenth of a twip, so that a missing or a double
+// conversion shows.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "platform/Container.h"
+
+namespace kiv::headless {
+
+class HeadlessContainer final : public Container {
+public:
+    bool UserMode() const override { return userMode; }
+    FontPtr AmbientFont() const override { return ambientFont; }
+    std::u16string InstanceName() const override { return instanceName; }
+    void PropertyChanged(std::u16string_view key) override {
+        changes.emplace_back(key);
+        if (onPropertyChanged) onPropertyChanged(key);
+    }
+    Point ToContainerPosition(const Point& twips) const override { return {twips.x * 10, twips.y * 10}; }
+
+    /// What was announced since the last call.
+    std::vector<std::u16string> TakeChanges() { return std::exchange(changes, {}); }
+
+    bool userMode = true;
+    FontPtr ambientFont;
+    std::u16string instanceName = u"KivSetDateTime1";
+    std::vector<std::u16string> changes;
+    std::function<void(std::u16string_view)> onPropertyChanged;
+};
+
+}  // namespace kiv::headless
