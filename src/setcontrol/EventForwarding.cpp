@@ -44,24 +44,8 @@ void EventForwarding::OnKeyPress(const Widget& source, std::int16_t& keyAscii) {
 
 void EventForwarding::OnMouse(const Widget& source, MouseAction action, const MouseArgs& args) {
     const Point origin = Origin(source);
-    const Point twips{origin.x + args.position.x, origin.y + args.position.y};
-    const Container& container = m_context.Platform().container;
-    const Point position = m_context.Life().CallOut([&] { return container.ToContainerPosition(twips); });
-
-    std::int16_t button = args.button;
-    std::int16_t shift = args.shift;
-    auto x = static_cast<float>(position.x);
-    auto y = static_cast<float>(position.y);
-    m_context.Raise([&](SetControlEvents& events) {
-        switch (action) {
-            case MouseAction::Down:
-                return events.MouseDown(button, shift, x, y);
-            case MouseAction::Move:
-                return events.MouseMove(button, shift, x, y);
-            case MouseAction::Up:
-                return events.MouseUp(button, shift, x, y);
-        }
-    });
+    const Point position = m_context.ToContainerPosition({origin.x + args.position.x, origin.y + args.position.y});
+    m_context.Raise([&](SetControlEvents& events) { RaiseMouse(events, action, args, position); });
 }
 
 void EventForwarding::OnChange(const Widget& source) {

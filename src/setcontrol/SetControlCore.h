@@ -1,13 +1,9 @@
 // KivSetDateTime behind its public face: owns the parts, runs the life cycle, and is where every call comes in.
-//
-// Shared ownership keeps a core alive while any of its functions runs, also when SetControl was destroyed meanwhile:
-// Enter holds it and ends the call quietly as soon as that is noticed (see Lifeline.h).
 #pragma once
 
 #include <memory>
-#include <type_traits>
 
-#include "common/ControlGone.h"
+#include "common/ControlEntry.h"
 #include "common/FrameworkLink.h"
 #include "platform/Widgets.h"
 #include "setcontrol/DateTimeExchange.h"
@@ -19,28 +15,11 @@
 
 namespace kiv {
 
-class SetControlCore final : public std::enable_shared_from_this<SetControlCore>,
-                             private WidgetListener,
-                             private DeviceValueListener {
+class SetControlCore final : public ControlEntry, private WidgetListener, private DeviceValueListener {
 public:
     /// Use Create: a core must be owned before anything calls it.
     SetControlCore(const ControlPlatform& platform, SetControlEvents& events);
-    SetControlCore(const SetControlCore&) = delete;
-    SetControlCore& operator=(const SetControlCore&) = delete;
-
     static std::shared_ptr<SetControlCore> Create(const ControlPlatform& platform, SetControlEvents& events);
-
-    /// Runs a call from outside. Where the control is destroyed meanwhile, the rest of the call is left out and the
-    /// result is a default one. Other exceptions pass.
-    template <typename Call>
-    auto Enter(Call&& call) -> std::decay_t<decltype(call())> {
-        const std::shared_ptr<SetControlCore> alive = shared_from_this();
-        try {
-            return call();
-        } catch (const ControlGone&) {
-            return std::decay_t<decltype(call())>();
-        }
-    }
 
     SetControlProperties& Properties() noexcept { return m_properties; }
     const SetControlContext& Context() const noexcept { return m_context; }

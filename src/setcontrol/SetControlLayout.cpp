@@ -52,17 +52,6 @@ void SetBoundsIfDifferent(Widget& widget, const Rect& bounds) {
     if (widget.Bounds() != bounds) widget.SetBounds(bounds);
 }
 
-class ResizeGuard {
-public:
-    explicit ResizeGuard(bool& flag) : m_flag(flag) { m_flag = true; }
-    ~ResizeGuard() { m_flag = false; }
-    ResizeGuard(const ResizeGuard&) = delete;
-    ResizeGuard& operator=(const ResizeGuard&) = delete;
-
-private:
-    bool& m_flag;
-};
-
 }  // namespace
 
 SetControlPlaces ComputeSetControlLayout(const SetControlMeasures& m) {
@@ -143,7 +132,7 @@ void SetControlLayout::ApplyFont() {
 void SetControlLayout::Resize() {
     SetControlState& state = m_context.State();
     if (state.m_bInResize || state.IsLoading() || !state.m_bLoaded) return;
-    const ResizeGuard guard(state.m_bInResize);
+    const ResizeScope resizing(state);
     Place(ComputeSetControlLayout(Measure()));
 }
 

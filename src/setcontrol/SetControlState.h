@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "common/ControlState.h"
 #include "platform/Color.h"
 
 namespace kiv {
@@ -27,13 +28,10 @@ struct EditedParts {
     bool time = false;
 };
 
-struct SetControlState {
+struct SetControlState : ControlState {
     bool m_bUserMode = false;  ///< the ambient UserMode when properties were last loaded, or when it last changed
     bool m_bFirstShowPending = true;
-    bool m_bLoaded = false;      ///< properties were loaded at least once
-    bool m_bTerminated = false;  ///< no more timer, framework and settings, until properties are loaded again
-    bool m_bInResize = false;
-    std::int32_t m_lLoading = 0;         ///< loads in progress; an event may start one within another
+    bool m_bLoaded = false;              ///< properties were loaded at least once
     std::int32_t m_lScrollBarWidth = 0;  ///< pixels
     std::u16string m_strRegistryKeyPath;
 
@@ -49,22 +47,9 @@ struct SetControlState {
     bool m_bDataInUpload = true;
     EditedParts m_edited;
 
-    bool IsLoading() const noexcept { return m_lLoading > 0; }
     bool Is12Hour() const noexcept { return m_lTimeFormat == m_lData12HrValue; }
     /// Whether timer, framework and settings may be used, as far as the control itself knows.
     bool IsRunning() const noexcept { return m_bUserMode && !m_bTerminated; }
-};
-
-/// Marks the state as loading while it exists.
-class LoadingScope {
-public:
-    explicit LoadingScope(SetControlState& state) : m_state(state) { ++m_state.m_lLoading; }
-    ~LoadingScope() { --m_state.m_lLoading; }
-    LoadingScope(const LoadingScope&) = delete;
-    LoadingScope& operator=(const LoadingScope&) = delete;
-
-private:
-    SetControlState& m_state;
 };
 
 }  // namespace kiv
