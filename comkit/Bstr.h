@@ -1,6 +1,8 @@
 // Owning BSTR, and conversions between the Windows string types and UTF-16 strings of the standard library.
 #pragma once
 
+#include <windows.h>
+
 #include <oleauto.h>
 
 #include <new>

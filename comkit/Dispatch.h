@@ -1,6 +1,8 @@
 // Calling objects by name, late-bound.
 #pragma once
 
+#include <windows.h>
+
 #include <oleauto.h>
 
 #include <algorithm>

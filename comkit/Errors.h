@@ -1,6 +1,8 @@
 // Failures inside COM code as an exception, and the way back to a HRESULT at a boundary.
 #pragma once
 
+#include <windows.h>
+
 #include <oleauto.h>
 
 #include <exception>

@@ -1,6 +1,8 @@
 // Owning VARIANT.
 #pragma once
 
+#include <windows.h>
+
 #include <oleauto.h>
 
 #include <concepts>
@@ -75,6 +77,15 @@ public:
         VariantInit(&m_v);
         return result;
     }
+
+    /// Becomes from as another type; empty where there is no such conversion.
+    HRESULT ConvertFrom(const VARIANT& from, VARTYPE type) noexcept {
+        // The tool chain's header lacks the const that the function's documentation has.
+        return VariantChangeType(Put(), const_cast<VARIANT*>(&from), 0, type);
+    }
+
+    /// A copy of from; where that refers to a variable, of the variable's value.
+    HRESULT CopyFrom(const VARIANT& from) noexcept { return VariantCopyInd(Put(), const_cast<VARIANT*>(&from)); }
 
 private:
     explicit Variant(VARENUM type) noexcept {

@@ -1,0 +1,139 @@
+#include "server/Activation.h"
+
+#include <cmath>
+#include <utility>
+
+#include "comkit/Errors.h"
+#include "comkit/Handle.h"
+
+namespace kiv::server {
+
+namespace {
+
+bool ContainsFocus(HWND window) noexcept {
+    const HWND focus = GetFocus();
+    return focus && (focus == window || IsChild(window, focus));
+}
+
+/// Limits a window to what its container leaves visible; a window that is whole gets no region.
+void ClipWindow(HWND window, const RECT& position, const RECT& clip) noexcept {
+    RECT visible{};
+    IntersectRect(&visible, &position, &clip);
+    if (EqualRect(&visible, &position) || IsRectEmpty(&clip)) {
+        SetWindowRgn(window, nullptr, TRUE);
+        return;
+    }
+    OffsetRect(&visible, -position.left, -position.top);
+    // The window owns the region from here on.
+    SetWindowRgn(window, CreateRectRgnIndirect(&visible), TRUE);
+}
+
+}  // namespace
+
+void Activation::Activate() {
+    if (m_bActive) return;
+    m_host.EnsureInitialized();
+    EnterPlace();
+    if (!m_bActive) return;  // the container ended it while it was coming up
+    if (const auto site = m_site.Get()) site->ShowObject();
+    if (m_bActive) m_pCore->OnShown();
+}
+
+void Activation::EnterPlace() {
+    const auto place = m_site.Get().As<IOleInPlaceSite>();
+    if (!place || place->CanInPlaceActivate() != S_OK) throw comkit::ComError(OLE_E_NOT_INPLACEACTIVE);
+    comkit::ThrowIfFailed(place->OnInPlaceActivate());
+    m_pPlace = place;
+    m_bActive = true;
+    try {
+        HWND parent = nullptr;
+        comkit::ThrowIfFailed(place->GetWindow(&parent));
+        RECT clip{};
+        OLEINPLACEFRAMEINFO info{};
+        info.cb = sizeof(info);
+        comkit::ThrowIfFailed(place->GetWindowContext(m_pFrame.Put(), m_pDocument.Put(), &m_position, &clip, &info));
+        win32::ControlSurface& surface = m_pCore->Surface();
+        surface.Activate(parent, m_position);
+        if (HWND window = surface.Window()) ClipWindow(window, m_position, clip);
+    } catch (...) {
+        LeavePlace();
+        throw;
+    }
+}
+
+void Activation::LeavePlace() noexcept {
+    m_bActive = false;
+    m_pCore->Surface().Deactivate();
+    m_pFrame.Reset();
+    m_pDocument.Reset();
+    if (const auto place = std::exchange(m_pPlace, nullptr)) place->OnInPlaceDeactivate();
+}
+
+void Activation::UiActivate(bool takeFocus) {
+    Activate();
+    if (!m_bActive) return;
+    if (!m_bUiActive) {
+        const auto place = m_pPlace;
+        comkit::ThrowIfFailed(place->OnUIActivate());
+        m_bUiActive = true;
+        TellFrame(m_pActiveObject);
+    }
+    if (takeFocus && m_bUiActive) TakeFocus();
+}
+
+void Activation::TakeFocus() {
+    win32::ControlSurface& surface = m_pCore->Surface();
+    const HWND window = surface.Window();
+    if (!window || ContainsFocus(window)) return;
+    const HWND first = surface.FirstTabStop();
+    SetFocus(first ? first : window);
+}
+
+void Activation::TellFrame(IOleInPlaceActiveObject* object) noexcept {
+    const auto frame = m_pFrame;
+    const auto document = m_pDocument;
+    const wchar_t* name = object ? m_name : nullptr;
+    if (frame) frame->SetActiveObject(object, name);
+    if (document) document->SetActiveObject(object, name);
+    // The control has no tools of its own: the container keeps its own.
+    if (object && frame) frame->SetBorderSpace(nullptr);
+}
+
+void Activation::UiDeactivate() noexcept {
+    if (!m_bUiActive) return;
+    m_bUiActive = false;
+    TellFrame(nullptr);
+    if (const auto place = m_pPlace) place->OnUIDeactivate(FALSE);
+}
+
+void Activation::Deactivate() noexcept {
+    if (!m_bActive) return;
+    UiDeactivate();
+    if (m_bActive) LeavePlace();
+}
+
+void Activation::Show(bool visible) {
+    if (HWND window = m_pCore->Surface().Window()) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void Activation::SetRects(const RECT& position, const RECT& clip) {
+    m_position = position;
+    win32::ControlSurface& surface = m_pCore->Surface();
+    surface.SetPixelRect(position);
+    // Taking the place may have ended the windows, or moved them on.
+    if (HWND window = surface.Window()) ClipWindow(window, m_position, clip);
+}
+
+void Activation::RequestSize(const Size& twips) {
+    if (!m_bActive) {
+        if (const auto site = m_site.Get()) site->RequestNewObjectLayout();
+        return;
+    }
+    const double perPixel = m_pCore->Surface().TwipsPerPixel();
+    m_position.right = m_position.left + static_cast<LONG>(std::lround(twips.width / perPixel));
+    m_position.bottom = m_position.top + static_cast<LONG>(std::lround(twips.height / perPixel));
+    const RECT wanted = m_position;
+    if (const auto place = m_pPlace) place->OnPosRectChange(&wanted);
+}
+
+}  // namespace kiv::server

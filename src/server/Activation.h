@@ -1,0 +1,66 @@
+// A control's way through the states of embedding: loaded, in-place active (its windows exist), UI active (it has the
+// keyboard and the container's frame knows it).
+//
+// Holds the container's in-place site and frame only while active. Every call to the container may re-enter.
+#pragma once
+
+#include <ocidl.h>
+#include <oleidl.h>
+
+#include "comkit/ComPtr.h"
+#include "platform/Geometry.h"
+#include "server/ClientSite.h"
+#include "server/ControlCore.h"
+
+namespace kiv::server {
+
+class Activation final {
+public:
+    Activation(ControlHost& host, const ClientSite& site, const wchar_t* name) noexcept
+        : m_host(host), m_site(site), m_name(name) {}
+    Activation(const Activation&) = delete;
+    Activation& operator=(const Activation&) = delete;
+
+    /// The control, and what the container's frame is given while the control is UI active.
+    void Attach(ControlCore& core, IOleInPlaceActiveObject& activeObject) noexcept {
+        m_pCore = &core;
+        m_pActiveObject = &activeObject;
+    }
+
+    bool IsActive() const noexcept { return m_bActive; }
+    bool IsUiActive() const noexcept { return m_bUiActive; }
+
+    /// Brings the control's windows up where the container wants them. Throws comkit::ComError when the container
+    /// refuses or a window cannot be made; then nothing is left active.
+    void Activate();
+    /// Activates first where needed. With takeFocus, the focus goes to the first child unless a child has it.
+    void UiActivate(bool takeFocus);
+    void UiDeactivate() noexcept;
+    void Deactivate() noexcept;
+    void Show(bool visible);
+
+    /// The container's answer to a place: throws what resizing throws.
+    void SetRects(const RECT& position, const RECT& clip);
+    /// The control has another size: asks an active control's container for the place.
+    void RequestSize(const Size& twips);
+
+private:
+    void EnterPlace();
+    void LeavePlace() noexcept;
+    void TakeFocus();
+    void TellFrame(IOleInPlaceActiveObject* object) noexcept;
+
+    ControlHost& m_host;
+    const ClientSite& m_site;
+    const wchar_t* m_name;
+    ControlCore* m_pCore = nullptr;
+    IOleInPlaceActiveObject* m_pActiveObject = nullptr;
+    comkit::ComPtr<IOleInPlaceSite> m_pPlace;
+    comkit::ComPtr<IOleInPlaceFrame> m_pFrame;
+    comkit::ComPtr<IOleInPlaceUIWindow> m_pDocument;
+    RECT m_position{};
+    bool m_bActive = false;
+    bool m_bUiActive = false;
+};
+
+}  // namespace kiv::server

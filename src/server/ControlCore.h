@@ -1,0 +1,70 @@
+// What the OLE parts know of the control that they stand for, and what the control gets from them. Both controls of the
+// library meet the parts here, and only here.
+#pragma once
+
+#include <oaidl.h>
+#include <ocidl.h>
+
+#include <memory>
+#include <string_view>
+
+#include "platform/Container.h"
+#include "platform/PropertyBag.h"
+#include "win32/ControlSurface.h"
+
+namespace kiv::server {
+
+class EventSource;
+
+/// One control: its dual interface, its surface and its state.
+class ControlCore {
+public:
+    virtual ~ControlCore() = default;
+
+    /// The control's own interfaces: the dual one and IDispatch. The pointer is not counted.
+    virtual void* FindInterface(REFIID iid) noexcept = 0;
+    virtual win32::ControlSurface& Surface() noexcept = 0;
+
+    virtual void InitProperties() = 0;
+    virtual void ReadProperties(const PropertyBag& bag) = 0;
+    virtual void WriteProperties(PropertyBag& bag) const = 0;
+    /// The control's window became visible.
+    virtual void OnShown() = 0;
+    virtual void OnUserModeChanged() = 0;
+    virtual void Terminate() noexcept = 0;
+
+    /// The member whose value is kept under a persistence key; DISPID_UNKNOWN where there is none.
+    virtual DISPID MemberOfKey(std::u16string_view key) const noexcept = 0;
+};
+
+/// The object round a control. Outlives it.
+class ControlHost {
+public:
+    virtual IUnknown& Identity() noexcept = 0;
+    virtual Container& ContainerSide() noexcept = 0;
+    virtual win32::SurfaceSite& SiteOfSurface() noexcept = 0;
+    virtual EventSource& Events() noexcept = 0;
+    /// Gives the control its defaults where its container neither loaded it nor asked for a new one.
+    virtual void EnsureInitialized() = 0;
+    /// False: a container that watches the member does not allow a change now.
+    virtual bool RequestEdit(DISPID member) = 0;
+    /// The window that a dialog of the control belongs to; null where there is none.
+    virtual HWND DialogParent() noexcept = 0;
+
+protected:
+    ~ControlHost() = default;
+};
+
+/// What is fixed about a class of controls.
+struct ControlClass {
+    const CLSID& clsid;
+    const IID& dualInterface;
+    const IID& eventInterface;
+    const wchar_t* name;      ///< class name, the part of the ProgID behind the dot
+    const wchar_t* userType;  ///< for menus and lists
+    DWORD miscStatus;
+    UINT toolboxBitmap;  ///< resource number
+    std::unique_ptr<ControlCore> (*createCore)(ControlHost& host);
+};
+
+}  // namespace kiv::server

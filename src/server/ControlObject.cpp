@@ -1,0 +1,112 @@
+#include "server/ControlObject.h"
+
+#include "server/Boundary.h"
+#include "server/Module.h"
+
+namespace kiv::server {
+
+ControlObject::ControlObject(const ControlClass& controlClass)
+    : m_class(controlClass),
+      m_events(*ComObject::Identity(), controlClass.eventInterface),
+      m_activation(*this, m_site, controlClass.name),
+      m_persist(*ComObject::Identity(), controlClass),
+      m_connections(*ComObject::Identity(), m_events),
+      m_control(*ComObject::Identity(), m_events, *this),
+      m_oleObject(*ComObject::Identity(), controlClass, *this, m_site, m_activation, *this),
+      m_inPlace(*ComObject::Identity(), m_activation, m_site),
+      m_view(*ComObject::Identity(), *this),
+      m_quickActivate(*ComObject::Identity(), controlClass, m_events) {
+    m_pCore = controlClass.createCore(*this);
+    m_persist.Attach(*m_pCore);
+    m_control.Attach(*m_pCore);
+    m_oleObject.Attach(*m_pCore);
+    m_inPlace.Attach(*m_pCore);
+    m_view.Attach(*m_pCore);
+    m_activation.Attach(*m_pCore, m_inPlace);
+}
+
+ControlObject::~ControlObject() {
+    m_activation.Deactivate();
+    m_events.DropSinks();
+    m_pCore->Terminate();
+}
+
+void* ControlObject::FindInterface(REFIID iid) noexcept {
+    if (IsEqualIID(iid, IID_IProvideClassInfo)) return static_cast<IProvideClassInfo2*>(this);
+    // While the object is being made there is no control yet.
+    void* found = m_pCore ? m_pCore->FindInterface(iid) : nullptr;
+    if (!found) found = m_oleObject.Find(iid);
+    if (!found) found = m_persist.Find(iid);
+    if (!found) found = m_view.Find(iid);
+    if (!found) found = m_control.Find(iid);
+    if (!found) found = m_inPlace.Find(iid);
+    if (!found) found = m_connections.Find(iid);
+    if (!found) found = m_quickActivate.Find(iid);
+    return found;
+}
+
+HRESULT ControlObject::GetClassInfo(ITypeInfo** out) {
+    if (!out) return E_POINTER;
+    *out = nullptr;
+    return AtBoundary([&] { *out = Module::TypeInfo(m_class.clsid).Detach(); });
+}
+
+HRESULT ControlObject::GetGUID(DWORD kind, GUID* out) {
+    if (!out) return E_POINTER;
+    *out = GUID{};
+    if (kind != GUIDKIND_DEFAULT_SOURCE_DISP_IID) return E_INVALIDARG;
+    *out = m_class.eventInterface;
+    return S_OK;
+}
+
+HRESULT ControlObject::InterfaceSupportsErrorInfo(REFIID iid) {
+    return IsEqualIID(iid, m_class.dualInterface) ? S_OK : S_FALSE;
+}
+
+bool ControlObject::RequestEdit(DISPID member) {
+    return m_persist.IsLoading() || m_events.RequestEdit(member);
+}
+
+HWND ControlObject::DialogParent() noexcept {
+    return m_pCore->Surface().Window();
+}
+
+void ControlObject::PropertyChanged(std::u16string_view key) {
+    if (m_persist.IsLoading()) return;
+    m_persist.MarkDirty();
+    const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+    m_events.RaiseChanged(m_pCore->MemberOfKey(key));
+    m_view.NotifyChanged();
+}
+
+void ControlObject::OnSizeChanged(const Size& twips) {
+    const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+    m_activation.RequestSize(twips);
+    m_view.NotifyChanged();
+}
+
+void ControlObject::OnFocus(bool gained) {
+    const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+    AtBoundary([&] {
+        if (gained) m_activation.UiActivate(false);
+        if (const auto site = m_site.Control()) site->OnFocus(gained);
+    });
+}
+
+void ControlObject::OnMouseActivate() {
+    const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+    AtBoundary([&] { m_activation.UiActivate(false); });
+}
+
+void ControlObject::OnAmbientsChanged() {
+    // The mode is the one that matters; the others are read where they are needed, each time anew. Loading reads it
+    // too.
+    if (m_persist.IsInitialized()) m_pCore->OnUserModeChanged();
+}
+
+void ControlObject::OnClosing() noexcept {
+    m_events.DropSinks();
+    m_view.DropSink();
+}
+
+}  // namespace kiv::server

@@ -1,0 +1,85 @@
+// The COM object round a control: one identity over the parts, which share what is here.
+//
+// Lives as long as somebody holds a reference, and during every event that it raises. Its end stops the control and
+// ends its windows, whatever state the container left it in.
+#pragma once
+
+#include <objidl.h>
+#include <ocidl.h>
+
+#include <memory>
+
+#include "comkit/ComObject.h"
+#include "platform/Container.h"
+#include "server/Activation.h"
+#include "server/ClientSite.h"
+#include "server/ConnectionPart.h"
+#include "server/ControlCore.h"
+#include "server/ControlPart.h"
+#include "server/EventSource.h"
+#include "server/InPlacePart.h"
+#include "server/OleObjectPart.h"
+#include "server/PersistPart.h"
+#include "server/QuickActivatePart.h"
+#include "server/ViewPart.h"
+
+namespace kiv::server {
+
+class ControlObject final : public comkit::ComObject<ControlObject, IProvideClassInfo2, ISupportErrorInfo>,
+                            private ControlHost,
+                            private Container,
+                            private win32::SurfaceSite,
+                            private SiteListener {
+public:
+    explicit ControlObject(const ControlClass& controlClass);
+    ~ControlObject();
+
+    void* FindInterface(REFIID iid) noexcept;
+
+    // IProvideClassInfo2
+    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** out) override;
+    HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* out) override;
+    // ISupportErrorInfo
+    HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID iid) override;
+
+private:
+    // ControlHost
+    IUnknown& Identity() noexcept override { return *ComObject::Identity(); }
+    Container& ContainerSide() noexcept override { return *this; }
+    win32::SurfaceSite& SiteOfSurface() noexcept override { return *this; }
+    EventSource& Events() noexcept override { return m_events; }
+    void EnsureInitialized() override { m_persist.EnsureInitialized(); }
+    bool RequestEdit(DISPID member) override;
+    HWND DialogParent() noexcept override;
+
+    // Container
+    bool UserMode() const override { return m_site.UserMode(); }
+    FontPtr AmbientFont() const override { return m_site.Font(); }
+    std::u16string InstanceName() const override { return m_site.InstanceName(); }
+    void PropertyChanged(std::u16string_view key) override;
+    Point ToContainerPosition(const Point& twips) const override { return m_site.ToContainerPosition(twips); }
+
+    // win32::SurfaceSite
+    void OnSizeChanged(const Size& twips) override;
+    void OnFocus(bool gained) override;
+    void OnMouseActivate() override;
+
+    // SiteListener
+    void OnAmbientsChanged() override;
+    void OnClosing() noexcept override;
+
+    const ControlClass& m_class;
+    EventSource m_events;
+    ClientSite m_site;
+    Activation m_activation;
+    std::unique_ptr<ControlCore> m_pCore;
+    PersistPart m_persist;
+    ConnectionPart m_connections;
+    ControlPart m_control;
+    OleObjectPart m_oleObject;
+    InPlacePart m_inPlace;
+    ViewPart m_view;
+    QuickActivatePart m_quickActivate;
+};
+
+}  // namespace kiv::server

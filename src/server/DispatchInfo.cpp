@@ -1,0 +1,165 @@
+#include "server/DispatchInfo.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <optional>
+#include <utility>
+
+#include "comkit/Errors.h"
+#include "comkit/Variant.h"
+
+namespace kiv::server {
+
+namespace {
+
+/// TYPEATTR and FUNCDESC belong to the type information that handed them out.
+class TypeAttributes {
+public:
+    explicit TypeAttributes(ITypeInfo& type) : m_type(type) { comkit::ThrowIfFailed(type.GetTypeAttr(&m_p)); }
+    TypeAttributes(const TypeAttributes&) = delete;
+    TypeAttributes& operator=(const TypeAttributes&) = delete;
+    ~TypeAttributes() { m_type.ReleaseTypeAttr(m_p); }
+    const TYPEATTR* operator->() const noexcept { return m_p; }
+
+private:
+    ITypeInfo& m_type;
+    TYPEATTR* m_p = nullptr;
+};
+
+class FunctionDescription {
+public:
+    FunctionDescription(ITypeInfo& type, UINT index) : m_type(type) {
+        comkit::ThrowIfFailed(type.GetFuncDesc(index, &m_p));
+    }
+    FunctionDescription(const FunctionDescription&) = delete;
+    FunctionDescription& operator=(const FunctionDescription&) = delete;
+    ~FunctionDescription() { m_type.ReleaseFuncDesc(m_p); }
+    const FUNCDESC& operator*() const noexcept { return *m_p; }
+
+private:
+    ITypeInfo& m_type;
+    FUNCDESC* m_p = nullptr;
+};
+
+VARTYPE PointedType(const ELEMDESC& parameter) noexcept {
+    if (parameter.tdesc.vt != VT_PTR || (parameter.paramdesc.wParamFlags & PARAMFLAG_FRETVAL)) return VT_EMPTY;
+    const VARTYPE target = parameter.tdesc.lptdesc->vt;
+    const bool plain = target == VT_I2 || target == VT_I4 || target == VT_R4 || target == VT_R8 || target == VT_BOOL ||
+                       target == VT_DATE || target == VT_BSTR || target == VT_UI1;
+    return plain ? target : static_cast<VARTYPE>(VT_EMPTY);
+}
+
+constexpr WORD PutFlags = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+
+}  // namespace
+
+/// The arguments of a call, with VARIANT variables for typed by-reference parameters replaced by variables of the type.
+class DispatchInfo::Unwrapped {
+public:
+    Unwrapped(const Member& member, const DISPPARAMS& params)
+        : m_params(params), m_args(params.rgvarg, params.rgvarg + params.cArgs) {
+        m_replaced.reserve(m_args.size());
+        for (UINT slot = 0; slot < params.cArgs; ++slot) Replace(member, slot);
+        m_params.rgvarg = m_args.data();
+    }
+
+    DISPPARAMS& Params() noexcept { return m_params; }
+
+    void WriteBack() {
+        for (Replacement& r : m_replaced) {
+            VARIANT typed = m_args[r.slot];
+            VariantCopyInd(r.variable, &typed);
+        }
+    }
+
+private:
+    struct Replacement {
+        UINT slot;
+        VARIANT* variable;
+        comkit::Variant value;
+    };
+
+    std::size_t ParameterOf(UINT slot) const noexcept {
+        if (slot < m_params.cNamedArgs) return static_cast<std::size_t>(m_params.rgdispidNamedArgs[slot]);
+        return m_params.cArgs - 1 - slot;
+    }
+
+    void Replace(const Member& member, UINT slot) {
+        VARIANT& arg = m_args[slot];
+        const std::size_t parameter = ParameterOf(slot);
+        if (arg.vt != (VT_BYREF | VT_VARIANT) || parameter >= member.targets.size()) return;
+        const VARTYPE target = member.targets[parameter];
+        if (target == VT_EMPTY) return;
+        comkit::Variant value;
+        if (FAILED(value.ConvertFrom(*arg.pvarVal, target))) return;
+        // The vector has its whole capacity: the value stays where it is while the call refers to it.
+        Replacement& kept = m_replaced.emplace_back(slot, arg.pvarVal, std::move(value));
+        arg.vt = static_cast<VARTYPE>(VT_BYREF | target);
+        arg.byref = &kept.value.Get().lVal;
+    }
+
+    DISPPARAMS m_params;
+    std::vector<VARIANT> m_args;
+    std::vector<Replacement> m_replaced;
+};
+
+DispatchInfo::DispatchInfo(comkit::ComPtr<ITypeInfo> type) : m_pType(std::move(type)) {
+    const TypeAttributes attributes(*m_pType.Get());
+    for (UINT i = 0; i < attributes->cFuncs; ++i) AddFunction(*FunctionDescription(*m_pType.Get(), i));
+    std::sort(m_members.begin(), m_members.end(), [](const Member& a, const Member& b) { return a.id < b.id; });
+}
+
+void DispatchInfo::AddFunction(const FUNCDESC& function) {
+    auto found = std::find_if(m_members.begin(), m_members.end(),
+                              [&](const Member& member) { return member.id == function.memid; });
+    if (found == m_members.end()) found = m_members.insert(m_members.end(), Member{function.memid, 0, {}, false});
+    found->kinds |= function.invkind;
+    if (function.invkind != INVOKE_FUNC) return;
+    for (SHORT i = 0; i < function.cParams; ++i) {
+        found->targets.push_back(PointedType(function.lprgelemdescParam[i]));
+        found->hasTargets = found->hasTargets || found->targets.back() != VT_EMPTY;
+    }
+}
+
+const DispatchInfo::Member* DispatchInfo::Find(DISPID id) const noexcept {
+    const auto found = std::lower_bound(m_members.begin(), m_members.end(), id,
+                                        [](const Member& member, DISPID wanted) { return member.id < wanted; });
+    return found != m_members.end() && found->id == id ? &*found : nullptr;
+}
+
+HRESULT DispatchInfo::GetTypeInfo(UINT index, ITypeInfo** out) const noexcept {
+    if (!out) return E_POINTER;
+    *out = nullptr;
+    if (index != 0) return DISP_E_BADINDEX;
+    m_pType.CopyTo(out);
+    return S_OK;
+}
+
+HRESULT DispatchInfo::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept {
+    return m_pType->GetIDsOfNames(names, count, ids);
+}
+
+HRESULT DispatchInfo::Invoke(void* instance, DISPID id, WORD flags, const DISPPARAMS& params, VARIANT* result,
+                             EXCEPINFO* info, UINT* argument) const {
+    const Member* member = Find(id);
+    if (!member) return DISP_E_MEMBERNOTFOUND;
+    if ((flags & DISPATCH_METHOD) && !(flags & PutFlags) && !(member->kinds & INVOKE_FUNC))
+        flags = static_cast<WORD>((flags & ~DISPATCH_METHOD) | DISPATCH_PROPERTYGET);
+
+    std::optional<Unwrapped> unwrapped;
+    if (member->hasTargets) unwrapped.emplace(*member, params);
+    DISPPARAMS passed = unwrapped ? unwrapped->Params() : params;
+
+    SetErrorInfo(0, nullptr);
+    comkit::Variant answer;
+    const HRESULT hr = m_pType->Invoke(instance, id, flags, &passed, result ? &answer.Get() : nullptr, info, argument);
+    if (SUCCEEDED(hr)) {
+        if (unwrapped) unwrapped->WriteBack();
+        if (result) *result = answer.Detach();
+    } else if (result) {
+        VariantInit(result);
+    }
+    return hr;
+}
+
+}  // namespace kiv::server

@@ -1,0 +1,95 @@
+#include "server/Module.h"
+
+#include <mutex>
+#include <utility>
+#include <vector>
+
+#include "comkit/Errors.h"
+#include "server/DispatchInfo.h"
+
+namespace kiv::server {
+
+namespace {
+
+struct CachedDispatch {
+    IID iid;
+    std::shared_ptr<const DispatchInfo> info;
+};
+
+struct Caches {
+    comkit::ComPtr<ITypeLib> library;
+    std::vector<CachedDispatch> dispatch;
+};
+
+HINSTANCE g_instance = nullptr;
+// Several apartments may create controls at the same time.
+std::mutex g_cacheLock;
+std::unique_ptr<Caches> g_caches;
+
+/// To be called with the lock held.
+Caches& OpenCaches() {
+    if (!g_caches) {
+        auto caches = std::make_unique<Caches>();
+        comkit::ThrowIfFailed(LoadTypeLibEx(Module::FileName().c_str(), REGKIND_NONE, caches->library.Put()));
+        g_caches = std::move(caches);
+    }
+    return *g_caches;
+}
+
+}  // namespace
+
+void Module::Attach(HINSTANCE instance) noexcept {
+    g_instance = instance;
+}
+
+HINSTANCE Module::Instance() noexcept {
+    return g_instance;
+}
+
+std::wstring Module::FileName() {
+    for (std::wstring name(MAX_PATH, L'\0');; name.resize(name.size() * 2)) {
+        const DWORD length = GetModuleFileNameW(g_instance, name.data(), static_cast<DWORD>(name.size()));
+        if (length == 0) throw comkit::ComError(comkit::LastErrorResult());
+        if (length < name.size()) {
+            name.resize(length);
+            return name;
+        }
+    }
+}
+
+comkit::ComPtr<ITypeLib> Module::TypeLibrary() {
+    const std::scoped_lock lock(g_cacheLock);
+    return OpenCaches().library;
+}
+
+comkit::ComPtr<ITypeInfo> Module::TypeInfo(REFGUID id) {
+    comkit::ComPtr<ITypeInfo> info;
+    comkit::ThrowIfFailed(TypeLibrary()->GetTypeInfoOfGuid(id, info.Put()));
+    return info;
+}
+
+std::shared_ptr<const DispatchInfo> Module::Dispatch(REFIID dualInterface) {
+    const std::scoped_lock lock(g_cacheLock);
+    Caches& caches = OpenCaches();
+    for (const CachedDispatch& entry : caches.dispatch)
+        if (IsEqualIID(entry.iid, dualInterface)) return entry.info;
+    comkit::ComPtr<ITypeInfo> type;
+    comkit::ThrowIfFailed(caches.library->GetTypeInfoOfGuid(dualInterface, type.Put()));
+    auto info = std::make_shared<const DispatchInfo>(std::move(type));
+    caches.dispatch.push_back({dualInterface, info});
+    return info;
+}
+
+void Module::DropCaches() noexcept {
+    std::unique_ptr<Caches> dropped;
+    {
+        const std::scoped_lock lock(g_cacheLock);
+        dropped = std::move(g_caches);
+    }
+}
+
+void Module::AbandonCaches() noexcept {
+    static_cast<void>(g_caches.release());
+}
+
+}  // namespace kiv::server

@@ -1,0 +1,7 @@
+/* Numbers of the server's resources; read by the resource compiler too. */
+#ifndef KIV_SERVER_RESOURCE_NUMBERS_H
+#define KIV_SERVER_RESOURCE_NUMBERS_H
+
+#define BitmapSetControl 101
+
+#endif

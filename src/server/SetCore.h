@@ -1,0 +1,15 @@
+// KivSetDateTime as the OLE parts see it: the control with its Windows platform, its events and its dual interface.
+#pragma once
+
+#include <memory>
+
+#include "server/ControlCore.h"
+
+namespace kiv::server {
+
+std::unique_ptr<ControlCore> CreateSetCore(ControlHost& host);
+
+/// The class as containers and the registry know it.
+extern const ControlClass SetControlClass;
+
+}  // namespace kiv::server

@@ -1,0 +1,62 @@
+#include "server/SetMembers.h"
+
+namespace kiv::server {
+
+namespace {
+
+struct KeyedMember {
+    std::u16string_view key;
+    DISPID member;
+};
+
+constexpr KeyedMember Slots[] = {
+    {u"DataLMObject", SetMember::DataLMObject},
+    {u"DataType", SetMember::DataType},
+    {u"DataVarName", SetMember::DataVariableName},
+    {u"DataElemPath", SetMember::DataElementPath},
+};
+
+constexpr KeyedMember Properties[] = {
+    {u"Data12HourValue", SetMember::Data12HrValue},
+    {u"Data24HourValue", SetMember::Data24HrValue},
+    {u"BackColor", SetMember::BackColor},
+    {u"ForeColor", SetMember::ForeColor},
+    {u"CalBackColor", SetMember::CalBackColor},
+    {u"CalDisabledBackColor", SetMember::CalBackColorDisabled},
+    {u"CalDisabledForeColor", SetMember::CalForeColorDisabled},
+    {u"CalEnabledTitleBack", SetMember::CalTitleBackColor},
+    {u"CalEnabledTitleFore", SetMember::CalTitleForeColor},
+    {u"CalDisabledTitleBack", SetMember::CalTitleBackColorDisabled},
+    {u"CalDisabledTitleFore", SetMember::CalTitleForeColorDisabled},
+    {u"CalTrailerColor", SetMember::CalTrailingForeColor},
+    {u"Mode", SetMember::Mode},
+    {u"Caption", SetMember::Caption},
+    {u"Enabled", SetMember::Enabled},
+    {u"Font", SetMember::Font},
+    {u"TimeHeight", SetMember::TimeHeight},
+    {u"TimeWidth", SetMember::TimeWidth},
+    {u"ProtoShow24Hour", SetMember::TimeFormat},
+    {u"ShowDST", SetMember::ShowDST},
+    {u"ShowSeconds", SetMember::ShowSeconds},
+    {u"ShowToday", SetMember::ShowToday},
+    {u"StartOfWeek", SetMember::StartOfWeek},
+    {u"UsePCDateTime", SetMember::UsePCDateTime},
+};
+
+std::u16string_view WithoutSlot(std::u16string_view key) noexcept {
+    const auto last = key.find_last_not_of(u"0123456789");
+    return last == key.npos ? std::u16string_view() : key.substr(0, last + 1);
+}
+
+}  // namespace
+
+DISPID SetMemberOfKey(std::u16string_view key) noexcept {
+    for (const KeyedMember& entry : Properties)
+        if (entry.key == key) return entry.member;
+    const std::u16string_view name = WithoutSlot(key);
+    for (const KeyedMember& entry : Slots)
+        if (entry.key == name) return entry.member;
+    return DISPID_UNKNOWN;
+}
+
+}  // namespace kiv::server
