@@ -20,10 +20,10 @@ windows_arguments() {
     echo --extra-arg-before=-nostdinc++
     x86_64-w64-mingw32-g++-posix -E -x c++ -v - </dev/null 2>&1 |
         sed -n '/^#include </,/^End of search/s/^ //p' | while read -r folder; do
+            folder=$(realpath -m "$folder")
             case $folder in
-                */include-fixed) ;;
-                */c++* | /usr/x86_64-w64-mingw32/*) echo "--extra-arg=-isystem$(realpath -m "$folder")" ;;
-                *-posix/include/* | */sys-root/*) echo "--extra-arg=-isystem$(realpath -m "$folder")" ;;
+                */include-fixed | *-posix/include) ;;
+                *) echo "--extra-arg=-isystem$folder" ;;
             esac
         done
 }
