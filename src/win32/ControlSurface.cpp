@@ -115,13 +115,7 @@ void ControlSurface::SetSize(const Size& size) {
 }
 
 Size ControlSurface::MeasureText(std::u16string_view text) const {
-    const comkit::WindowDc dc(m_pImpl->Window());
-    const GdiFontPtr font = FindGdiFont(TraitsOrDefault(m_pImpl->m_pFont), Dpi());
-    const comkit::GdiSelection selection(dc.Get(), font->Handle());
-    const std::wstring_view wide = comkit::ToWide(text);
-    SIZE size{};
-    GetTextExtentPoint32W(dc.Get(), wide.data(), static_cast<int>(wide.size()), &size);
-    return {TwipsFromPixels(size.cx, Dpi()), TwipsFromPixels(size.cy, Dpi())};
+    return MeasureTextIn(m_pImpl->m_pFont, text, Dpi());
 }
 
 double ControlSurface::TwipsPerPixel() const {

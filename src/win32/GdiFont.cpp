@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "comkit/Bstr.h"
+#include "win32/Dpi.h"
 #include "win32/OleFont.h"
 
 namespace kiv::win32 {
@@ -59,6 +60,16 @@ GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi) {
     GdiFontPtr font = std::make_shared<const GdiFont>(traits, dpi);
     cache.push_back({traits, dpi, font});
     return font;
+}
+
+Size MeasureTextIn(const FontPtr& font, std::u16string_view text, int dpi) {
+    const comkit::WindowDc dc(nullptr);
+    const GdiFontPtr gdiFont = FindGdiFont(TraitsOrDefault(font), dpi);
+    const comkit::GdiSelection selection(dc.Get(), gdiFont->Handle());
+    const std::wstring_view wide = comkit::ToWide(text);
+    SIZE size{};
+    GetTextExtentPoint32W(dc.Get(), wide.data(), static_cast<int>(wide.size()), &size);
+    return {TwipsFromPixels(size.cx, dpi), TwipsFromPixels(size.cy, dpi)};
 }
 
 FontTraits TraitsOrDefault(const FontPtr& font) {

@@ -5,9 +5,11 @@
 #include <windows.h>
 
 #include <memory>
+#include <string_view>
 
 #include "comkit/Handle.h"
 #include "platform/Font.h"
+#include "platform/Geometry.h"
 
 namespace kiv::win32 {
 
@@ -24,6 +26,9 @@ private:
 using GdiFontPtr = std::shared_ptr<const GdiFont>;
 
 GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi);
+
+/// Size of one line of text at a resolution.
+Size MeasureTextIn(const FontPtr& font, std::u16string_view text, int dpi);
 
 /// A null font means the default font.
 FontTraits TraitsOrDefault(const FontPtr& font);

@@ -7,31 +7,13 @@
 #include "win32/ModuleInstance.h"
 #include "win32/OleColors.h"
 #include "win32/PaintScope.h"
+#include "win32/SurfaceClass.h"
 
 namespace kiv::win32 {
 
 namespace {
 
-constexpr const wchar_t* SurfaceClassName = L"KivDateTimeSurface";
 constexpr UINT DpiChangedAfterParent = 0x02E3;  // WM_DPICHANGED_AFTERPARENT, Windows 10
-
-/// The surface's window class, for as long as this module is loaded: Windows does not remove a module's classes itself.
-class SurfaceClass {
-public:
-    SurfaceClass() noexcept {
-        WNDCLASSEXW description{};
-        description.cbSize = sizeof description;
-        description.style = CS_DBLCLKS;
-        description.lpfnWndProc = &DefWindowProcW;
-        description.hInstance = ModuleInstance();
-        description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-        description.lpszClassName = SurfaceClassName;
-        RegisterClassExW(&description);
-    }
-    SurfaceClass(const SurfaceClass&) = delete;
-    SurfaceClass& operator=(const SurfaceClass&) = delete;
-    ~SurfaceClass() { UnregisterClassW(SurfaceClassName, ModuleInstance()); }
-};
 
 Size SizeOf(const RECT& pixels, int dpi) noexcept {
     return {TwipsFromPixels(pixels.right - pixels.left, dpi), TwipsFromPixels(pixels.bottom - pixels.top, dpi)};
@@ -68,8 +50,7 @@ void ControlSurface::Impl::Open(HWND parent, const RECT& pixels) {
 }
 
 void ControlSurface::Impl::OpenWindows(HWND parent, const RECT& pixels) {
-    static const SurfaceClass surfaceClass;
-    OpenWindow({.className = SurfaceClassName,
+    OpenWindow({.className = SurfaceClass::Name(),
                 .text = L"",
                 .style = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS | (m_bEnabled ? 0u : WS_DISABLED),
                 .extendedStyle = WS_EX_CONTROLPARENT,

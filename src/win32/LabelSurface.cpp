@@ -1,0 +1,384 @@
+#include "win32/LabelSurface.h"
+
+#include <algorithm>
+#include <vector>
+
+#include "comkit/Bstr.h"
+#include "comkit/Handle.h"
+#include "win32/Dpi.h"
+#include "win32/DrawnLabel.h"
+#include "win32/GdiFont.h"
+#include "win32/InputMessages.h"
+#include "win32/NativeWindow.h"
+#include "win32/OleColors.h"
+#include "win32/PaintScope.h"
+#include "win32/SurfaceClass.h"
+
+namespace kiv::win32 {
+
+namespace {
+
+Size SizeOf(const RECT& pixels, int dpi) noexcept {
+    return {TwipsFromPixels(pixels.right - pixels.left, dpi), TwipsFromPixels(pixels.bottom - pixels.top, dpi)};
+}
+
+}  // namespace
+
+class LabelSurface::Impl final : public DrawnLabel::Owner,
+                                 public NativeWindow::Owner,
+                                 public std::enable_shared_from_this<LabelSurface::Impl> {
+public:
+    Impl(LabelSurface& surface, LabelSite& site) : m_pSurface(&surface), m_pSite(&site), m_dpi(DpiOf(nullptr)) {}
+    ~Impl() { Close(); }
+
+    void Detach() noexcept {
+        m_pListener = nullptr;
+        m_pSite = nullptr;
+        Close();
+        m_pSurface = nullptr;
+    }
+
+    void Open(HWND parent, const RECT& pixels, bool windowless);
+    void Close() noexcept;
+    HWND Window() const noexcept { return m_pNative ? m_pNative->Handle() : nullptr; }
+    void TakePixelRect(const RECT& pixels);
+    void TakeSize(const Size& size);
+    void SetOwnSize(const Size& size);
+    RECT OwnArea() const noexcept { return PixelEdges({0, 0, m_size.width, m_size.height}, m_dpi); }
+    void InvalidateAll() { Invalidate({0, 0, m_size.width, m_size.height}); }
+    void DrawAt(HDC dc) const;
+    std::optional<LRESULT> HandleInput(UINT id, WPARAM wParam, LPARAM lParam);
+
+    // DrawnLabel::Owner
+    void Invalidate(const Rect& bounds) override;
+    int ResolutionForLabels() const noexcept override { return m_dpi; }
+    void Forget(const DrawnLabel& label) noexcept override {
+        std::erase(m_labels, &label);
+        if (m_pPressed == &label) m_pPressed = nullptr;
+    }
+
+    // NativeWindow::Owner
+    LRESULT OnMessage(NativeWindow& native, const Message& message) override;
+
+    LabelSurface* m_pSurface;
+    LabelSite* m_pSite;
+    WidgetListener* m_pListener = nullptr;
+    Size m_size;
+    int m_dpi;
+    RECT m_place{};
+    bool m_bActive = false;
+    bool m_bEnabled = true;
+    bool m_bVisible = true;
+    OleColor m_back = SystemColor::ButtonFace;
+    OleColor m_fore = SystemColor::ButtonText;
+    FontPtr m_pFont;
+    std::vector<DrawnLabel*> m_labels;
+
+private:
+    void TellMouse(const MouseInput& input);
+    Widget& SourceAt(POINT position) noexcept;
+    bool IsPresent(const Widget* source) const noexcept;
+    void Capture(bool wanted);
+
+    std::shared_ptr<NativeWindow> m_pNative;
+    Widget* m_pPressed = nullptr;  ///< where the left button went down: it gets the mouse until the button is up again
+    bool m_bSecondPress = false;
+};
+
+void LabelSurface::Impl::Open(HWND parent, const RECT& pixels, bool windowless) {
+    if (m_bActive) return;
+    const auto held = shared_from_this();
+    m_dpi = DpiOf(parent);
+    TakePixelRect(pixels);
+    if (!m_pSurface || m_bActive) return;
+    if (!windowless) {
+        m_pNative = NativeWindow::Create(*this, {.className = SurfaceClass::Name(),
+                                                 .text = L"",
+                                                 .style = WS_CHILD | WS_CLIPSIBLINGS | (m_bVisible ? WS_VISIBLE : 0u) |
+                                                          (m_bEnabled ? 0u : WS_DISABLED),
+                                                 .extendedStyle = 0,
+                                                 .place = pixels,
+                                                 .parent = parent,
+                                                 .hasInnerWindows = false});
+    }
+    m_bActive = true;
+}
+
+void LabelSurface::Impl::Close() noexcept {
+    if (!m_bActive) return;
+    m_bActive = false;
+    m_pPressed = nullptr;
+    if (m_pNative) m_pNative->Retire();
+    m_pNative.reset();
+}
+
+void LabelSurface::Impl::TakePixelRect(const RECT& pixels) {
+    m_place = pixels;
+    // A size that only rounding makes different is kept, or each round trip would lose a little.
+    if (PixelsFromTwips(m_size.width, m_dpi) == pixels.right - pixels.left &&
+        PixelsFromTwips(m_size.height, m_dpi) == pixels.bottom - pixels.top)
+        return;
+    TakeSize(SizeOf(pixels, m_dpi));
+}
+
+void LabelSurface::Impl::TakeSize(const Size& size) {
+    if (m_size == size) return;
+    m_size = size;
+    if (m_pListener) m_pListener->OnResize();
+}
+
+void LabelSurface::Impl::SetOwnSize(const Size& size) {
+    if (m_size == size) return;
+    m_size = size;
+    if (m_pSite) m_pSite->OnSizeChanged(size);
+}
+
+void LabelSurface::Impl::Invalidate(const Rect& bounds) {
+    const RECT pixels = PixelEdges(bounds, m_dpi);
+    if (IsRectEmpty(&pixels)) return;
+    if (const HWND window = Window()) {
+        InvalidateRect(window, &pixels, FALSE);
+    } else if (m_pSite) {
+        m_pSite->OnInvalidate(pixels);
+    }
+}
+
+void LabelSurface::Impl::DrawAt(HDC dc) const {
+    const int saved = SaveDC(dc);
+    for (const DrawnLabel* const label : m_labels) {
+        if (!label->IsVisible()) continue;
+        label->Draw(dc);
+        const RECT covered = label->PixelRect();
+        ExcludeClipRect(dc, covered.left, covered.top, covered.right, covered.bottom);
+    }
+    FillWithColor(dc, OwnArea(), m_back);
+    RestoreDC(dc, saved);
+}
+
+LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& message) {
+    const auto held = shared_from_this();
+    switch (message.id) {
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_PAINT:
+        case WM_PRINTCLIENT: {
+            const PaintScope scope(message);
+            DrawAt(scope.Dc());
+            return 0;
+        }
+        case WM_SYSCOLORCHANGE:
+            InvalidateAll();
+            return 0;
+        default:
+            break;
+    }
+    if (const auto result = HandleInput(message.id, message.wParam, message.lParam)) return *result;
+    return native.IsLive() ? native.CallNative(message) : 0;
+}
+
+std::optional<LRESULT> LabelSurface::Impl::HandleInput(UINT id, WPARAM wParam, LPARAM lParam) {
+    if (id == WM_CAPTURECHANGED || id == WM_CANCELMODE) {
+        m_pPressed = nullptr;
+        return std::nullopt;
+    }
+    if (!IsMouseMessage(id)) return std::nullopt;
+    // The second press of a double click is no further click when it ends.
+    if (id == WM_LBUTTONDOWN || id == WM_LBUTTONDBLCLK) m_bSecondPress = id == WM_LBUTTONDBLCLK;
+    TellMouse(ReadMouseMessage({Window(), id, wParam, lParam}));
+    return 0;
+}
+
+void LabelSurface::Impl::TellMouse(const MouseInput& input) {
+    const auto held = shared_from_this();
+    const bool left = input.button == 1;
+    if (input.action == MouseAction::Down && m_pSite) m_pSite->OnMouseActivate();
+    if (!m_pSurface || !m_pListener) return;
+    Widget& source = m_pPressed ? *m_pPressed : SourceAt(input.position);
+    const Rect bounds = &source == m_pSurface ? Rect{} : source.Bounds();
+    const MouseArgs args{input.button,
+                         input.shift,
+                         {TwipsFromPixels(input.position.x, m_dpi) - bounds.left,
+                          TwipsFromPixels(input.position.y, m_dpi) - bounds.top}};
+    const bool isClick = input.action == MouseAction::Up && left && !m_bSecondPress && m_pPressed == &source &&
+                         &SourceAt(input.position) == &source;
+    const bool isDoubleClick = input.action == MouseAction::Down && left && m_bSecondPress;
+    if (left && input.action != MouseAction::Move) {
+        m_pPressed = input.action == MouseAction::Down ? &source : nullptr;
+        Capture(m_pPressed != nullptr);
+    }
+    m_pListener->OnMouse(source, input.action, args);
+    if (!m_pListener || !IsPresent(&source)) return;
+    if (isClick) m_pListener->OnClick(source);
+    if (isDoubleClick) m_pListener->OnDblClick(source);
+}
+
+Widget& LabelSurface::Impl::SourceAt(POINT position) noexcept {
+    for (DrawnLabel* const label : m_labels) {
+        const RECT area = label->PixelRect();
+        if (label->IsVisible() && label->IsEnabled() && PtInRect(&area, position)) return *label;
+    }
+    return *m_pSurface;
+}
+
+bool LabelSurface::Impl::IsPresent(const Widget* source) const noexcept {
+    return m_pSurface && (source == m_pSurface || std::ranges::find(m_labels, source) != m_labels.end());
+}
+
+void LabelSurface::Impl::Capture(bool wanted) {
+    if (const HWND window = Window()) {
+        if (wanted) {
+            SetCapture(window);
+        } else if (GetCapture() == window) {
+            ReleaseCapture();
+        }
+    } else if (m_pSite) {
+        m_pSite->OnCapture(wanted);
+    }
+}
+
+LabelSurface::LabelSurface(LabelSite& site) : m_pImpl(std::make_shared<Impl>(*this, site)) {}
+
+LabelSurface::~LabelSurface() {
+    m_pImpl->Detach();
+}
+
+void LabelSurface::Activate(HWND parent, const RECT& pixels) {
+    m_pImpl->Open(parent, pixels, false);
+}
+
+void LabelSurface::ActivateWindowless(HWND containerWindow, const RECT& pixels) {
+    m_pImpl->Open(containerWindow, pixels, true);
+}
+
+void LabelSurface::Deactivate() noexcept {
+    m_pImpl->Close();
+}
+
+bool LabelSurface::IsActive() const noexcept {
+    return m_pImpl->m_bActive;
+}
+
+HWND LabelSurface::Window() const noexcept {
+    return m_pImpl->Window();
+}
+
+RECT LabelSurface::PixelRect() const noexcept {
+    return m_pImpl->m_place;
+}
+
+void LabelSurface::SetPixelRect(const RECT& pixels) {
+    const auto held = m_pImpl;
+    if (const HWND window = held->Window()) {
+        MoveWindow(window, pixels.left, pixels.top, pixels.right - pixels.left, pixels.bottom - pixels.top, TRUE);
+    }
+    held->TakePixelRect(pixels);
+}
+
+void LabelSurface::SetSizeFromContainer(const Size& twips) {
+    m_pImpl->TakeSize(twips);
+}
+
+int LabelSurface::Dpi() const noexcept {
+    return m_pImpl->m_dpi;
+}
+
+void LabelSurface::Draw(HDC dc, const RECT& bounds) const {
+    const RECT own = m_pImpl->OwnArea();
+    if (own.right <= 0 || own.bottom <= 0) return;
+    const int saved = SaveDC(dc);
+    // The mapping is put on top of whatever mapping the device context has.
+    RECT device = bounds;
+    LPtoDP(dc, reinterpret_cast<POINT*>(&device), 2);
+    SetMapMode(dc, MM_ANISOTROPIC);
+    SetWindowOrgEx(dc, 0, 0, nullptr);
+    SetWindowExtEx(dc, own.right, own.bottom, nullptr);
+    SetViewportOrgEx(dc, device.left, device.top, nullptr);
+    SetViewportExtEx(dc, device.right - device.left, device.bottom - device.top, nullptr);
+    m_pImpl->DrawAt(dc);
+    RestoreDC(dc, saved);
+}
+
+std::optional<LRESULT> LabelSurface::OnWindowMessage(UINT id, WPARAM wParam, LPARAM lParam) {
+    const auto held = m_pImpl;
+    if (!held->m_bActive || held->Window()) return std::nullopt;
+    if (IsMouseMessage(id)) {
+        const POINTS at = MAKEPOINTS(lParam);
+        lParam = MAKELPARAM(at.x - held->m_place.left, at.y - held->m_place.top);
+    }
+    return held->HandleInput(id, wParam, lParam);
+}
+
+Rect LabelSurface::Bounds() const {
+    return {0, 0, m_pImpl->m_size.width, m_pImpl->m_size.height};
+}
+
+void LabelSurface::SetBounds(const Rect& bounds) {
+    SetSize({bounds.width, bounds.height});
+}
+
+bool LabelSurface::IsEnabled() const {
+    return m_pImpl->m_bEnabled;
+}
+
+void LabelSurface::SetEnabled(bool enabled) {
+    m_pImpl->m_bEnabled = enabled;
+    if (const HWND window = m_pImpl->Window()) EnableWindow(window, enabled);
+}
+
+bool LabelSurface::IsVisible() const {
+    return m_pImpl->m_bVisible;
+}
+
+void LabelSurface::SetVisible(bool visible) {
+    m_pImpl->m_bVisible = visible;
+    if (const HWND window = m_pImpl->Window()) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+OleColor LabelSurface::BackColor() const {
+    return m_pImpl->m_back;
+}
+
+void LabelSurface::SetBackColor(OleColor color) {
+    m_pImpl->m_back = color;
+    m_pImpl->InvalidateAll();
+}
+
+OleColor LabelSurface::ForeColor() const {
+    return m_pImpl->m_fore;
+}
+
+void LabelSurface::SetForeColor(OleColor color) {
+    m_pImpl->m_fore = color;
+}
+
+FontPtr LabelSurface::GetFont() const {
+    return m_pImpl->m_pFont;
+}
+
+void LabelSurface::SetFont(const FontPtr& font) {
+    m_pImpl->m_pFont = font;
+}
+
+void LabelSurface::SetSize(const Size& size) {
+    m_pImpl->SetOwnSize(size);
+}
+
+Size LabelSurface::MeasureText(std::u16string_view text) const {
+    return MeasureTextIn(m_pImpl->m_pFont, text, Dpi());
+}
+
+double LabelSurface::TwipsPerPixel() const {
+    return TwipsFromPixels(1, Dpi());
+}
+
+void LabelSurface::SetListener(WidgetListener* listener) {
+    m_pImpl->m_pListener = listener;
+}
+
+std::unique_ptr<Label> LabelSurface::CreateLabel(std::u16string_view /*name*/) {
+    auto label = std::make_unique<DrawnLabel>(m_pImpl);
+    m_pImpl->m_labels.push_back(label.get());
+    return label;
+}
+
+}  // namespace kiv::win32
