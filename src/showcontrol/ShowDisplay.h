@@ -1,0 +1,45 @@
+// What lblValue shows: built from the six numbers, or at design time from the PC's clock, and put into the label.
+//
+// The text is rebuilt when it is asked for, and the formatter is set up anew only where a setting changed since. While
+// properties are loaded, asking is only noted: the text is built once somebody needs it, and ValueChange waits for the
+// end of the load.
+#pragma once
+
+#include <string>
+
+#include "showcontrol/DisplayFormatter.h"
+#include "showcontrol/ShowControlContext.h"
+
+namespace kiv {
+
+class ShowDisplay {
+public:
+    explicit ShowDisplay(ShowControlContext& context) : m_context(context) {}
+
+    /// Rebuilds the text. Raises ValueChange, where it became another one.
+    void UpdateDisplay();
+
+    /// Something that the formatter goes by changed: the next text is built accordingly.
+    void OnSettingsChanged() noexcept { m_bConfigured = false; }
+
+    /// Builds the text that a load in progress has left for later.
+    void CatchUp();
+
+    /// After a load: catches up, and raises ValueChange where the text is another one than before.
+    void EndLoad();
+
+    std::u16string Value();
+
+private:
+    bool ShowText();
+    void Configure();
+    void LoadPresentDateTime();
+
+    ShowControlContext& m_context;
+    DisplayFormatter m_formatter;
+    bool m_bConfigured = false;
+    bool m_bPending = false;        ///< a text was asked for during a load
+    bool m_bChangedInLoad = false;  ///< the text changed, and ValueChange is still to come
+};
+
+}  // namespace kiv
