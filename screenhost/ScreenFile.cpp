@@ -203,7 +203,9 @@ ScreenSection& ScreenFile::AddControl(std::string_view name) {
     ScreenSection& section = m_sections.emplace_back();
     section.m_name = name;
     section.m_bHasHeader = true;
-    section.m_lines.push_back({"[" + std::string(name) + "]", end, std::nullopt});
+    std::string header(1, '[');
+    (header += name) += ']';
+    section.m_lines.push_back({std::move(header), end, std::nullopt});
     return section;
 }
 

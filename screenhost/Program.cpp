@@ -1,0 +1,170 @@
+// ScreenHost.exe: command line, start and end.
+//
+// Exit status: 0 when all went well, 1 when a step of the script or a control failed, 2 when there was nothing to do it
+// with (bad command line, missing file), 3 when the program had to be ended because it hung.
+#include <windows.h>
+
+#include <commctrl.h>
+#include <ole2.h>
+#include <shellapi.h>
+
+#include <algorithm>
+#include <deque>
+
+#include "screenhost/CommandLine.h"
+#include "screenhost/ErrorText.h"
+#include "screenhost/FontObject.h"
+#include "screenhost/MainWindow.h"
+#include "screenhost/MessagePump.h"
+#include "screenhost/ScriptPlayer.h"
+#include "screenhost/ServerLibrary.h"
+#include "screenhost/TextFile.h"
+#include "screenhost/Watchdog.h"
+#include "screenhost/WideText.h"
+#include "screenhost/WindowPicture.h"
+
+namespace screenhost {
+
+namespace {
+
+constexpr int StatusFailed = 1;
+constexpr int StatusUnusable = 2;
+constexpr std::chrono::milliseconds PictureDelay{700};  // controls answer the device, clocks tick
+constexpr std::chrono::seconds OpeningTime{60};
+
+class OleSession {
+public:
+    OleSession() { comkit::ThrowIfFailed(OleInitialize(nullptr)); }
+    OleSession(const OleSession&) = delete;
+    OleSession& operator=(const OleSession&) = delete;
+    ~OleSession() { OleUninitialize(); }
+};
+
+std::vector<std::string> Arguments() {
+    int count = 0;
+    LPWSTR* const words = CommandLineToArgvW(GetCommandLineW(), &count);
+    std::vector<std::string> result;
+    for (int i = 1; words && i < count; ++i) result.push_back(Narrow(std::wstring_view(words[i])));
+    LocalFree(words);
+    return result;
+}
+
+CLSID Resolve(const std::deque<ServerLibrary>& servers, const std::string& progId) {
+    for (const ServerLibrary& server : servers)
+        for (const auto& [name, clsid] : server.Classes())
+            if (EqualWithoutCase(name, progId)) return clsid;
+    CLSID clsid{};
+    if (FAILED(CLSIDFromProgID(Wide(progId).c_str(), &clsid))) throw TextError("is not registered");
+    return clsid;
+}
+
+ScreenFile LoadScreen(const Options& options, HostLog& log) {
+    if (options.screen.empty()) return ScreenFile::Parse({});
+    ScreenFile file = ScreenFile::Parse(ReadTextFile(options.screen, ScreenFile::MaxBytes));
+    for (const Problem& problem : file.Problems())
+        log.Add("error", options.screen + ":" + std::to_string(problem.line) + ": " + problem.message);
+    return file;
+}
+
+/// Script, picture; true when everything succeeded.
+bool Perform(const Options& options, const std::optional<ScriptFile>& script, ScreenContext& context,
+             MainWindow& window, MessagePump& pump, Watchdog& watchdog) {
+    bool good = std::ranges::all_of(window.View().Controls(), [](const auto& control) { return control->IsOpen(); });
+    if (script) {
+        ScriptPlayer player(context, window, pump, watchdog);
+        good = player.Play(*script, options.script) == 0 && good;
+    }
+    if (!options.screenshot.empty() && !pump.HasQuit()) {
+        pump.RunFor(PictureDelay);
+        pump.Settle();
+        try {
+            SaveWindowPicture(window.Handle(), options.screenshot);
+            context.log->Output().Line("ok", "picture " + options.screenshot);
+        } catch (const TextError& error) {
+            context.log->Output().Line("FAILED", error.what());
+            good = false;
+        }
+    }
+    return good;
+}
+
+int RunHost(const Options& options, Transcript& transcript) {
+    const OleSession ole;
+    std::deque<ServerLibrary> servers;  // outlive everything that comes out of them
+    HostLog log(transcript);
+    for (const std::string& server : options.servers) servers.emplace_back(server);
+    DeviceLink device;
+    device.Connect();
+    ScreenContext context;
+    context.log = &log;
+    context.device = &device;
+    context.userMode = !options.design;
+    context.font = MakeFontObject(SystemMessageFont());
+    context.resolve = [&servers](const std::string& progId) { return Resolve(servers, progId); };
+    std::optional<ScriptFile> script;
+    if (!options.script.empty()) script = ScriptFile::Parse(ReadTextFile(options.script, ScriptFile::MaxBytes));
+    ScreenFile screen = LoadScreen(options, log);
+
+    Watchdog watchdog(transcript);
+    MessagePump pump;
+    MainWindow window(context, std::move(screen), options.screen);
+    pump.SetFilter([&window](MSG& message) { return window.Filter(message); });
+    const bool unattended = script || options.once;
+    if (unattended) watchdog.Expect("the opening of the screen", OpeningTime);
+    window.SetQuiet(unattended);
+    window.Open();
+    pump.Settle();
+    watchdog.Rest();
+    const bool good = Perform(options, script, context, window, pump, watchdog);
+    if (options.once) {
+        watchdog.Expect("the closing of the screen", OpeningTime);
+        window.View().CloseControls();
+        window.Poll();
+        return good ? 0 : StatusFailed;
+    }
+    window.SetQuiet(false);
+    pump.Run();
+    return good ? 0 : StatusFailed;
+}
+
+/// On the transcript, and in a box where somebody may be waiting for a window.
+int Refuse(Transcript* transcript, const std::string& text, bool box) {
+    if (transcript) transcript->Write("ScreenHost: " + text + "\n");
+    if (box) MessageBoxW(nullptr, Wide(text).c_str(), L"Screen Host", MB_ICONERROR);
+    return StatusUnusable;
+}
+
+int Main() {
+    std::optional<Transcript> transcript;
+    Options options;
+    try {
+        options = ParseCommandLine(Arguments());
+        transcript.emplace(options.log);
+        if (options.help) {
+            transcript->Write(std::string(UsageText()) + "\nSteps of a script:\n" + ScriptHelp());
+            return 0;
+        }
+        return Telling("ScreenHost", [&] { return RunHost(options, *transcript); });
+    } catch (const TextError& error) {
+        if (!transcript) transcript.emplace(std::string());
+        const bool attended = !options.once && options.script.empty() && options.log.empty() &&
+                              GetStdHandle(STD_OUTPUT_HANDLE) == nullptr;
+        return Refuse(&*transcript, error.what(), attended);
+    }
+}
+
+}  // namespace
+
+}  // namespace screenhost
+
+int WINAPI wWinMain(HINSTANCE, HINSTANCE, LPWSTR, int) {
+    INITCOMMONCONTROLSEX controls{};
+    controls.dwSize = sizeof(controls);
+    controls.dwICC = ICC_WIN95_CLASSES | ICC_DATE_CLASSES | ICC_STANDARD_CLASSES;
+    InitCommonControlsEx(&controls);
+    try {
+        return screenhost::Main();
+    } catch (...) {
+        return 2;
+    }
+}

@@ -1,0 +1,249 @@
+#include "screenhost/ScriptPlayer.h"
+
+#include <array>
+
+#include "screenhost/ErrorText.h"
+#include "screenhost/LateBound.h"
+#include "screenhost/TextFile.h"
+#include "screenhost/WindowPicture.h"
+
+namespace screenhost {
+
+namespace {
+
+constexpr std::int32_t PatienceSeconds = 5;
+constexpr double ClockTolerance = 5;  // seconds by which a clock may have run on
+constexpr double RoundingTolerance = 1;
+constexpr std::chrono::seconds SlackForAction{60};
+
+std::chrono::seconds PatienceOf(const ScriptStep& step) {
+    return std::chrono::seconds(step.withinSeconds.value_or(PatienceSeconds));
+}
+
+CivilDateTime ParseOle(double days) {
+    const auto value = CivilFromOle(days);
+    if (!value) throw TextError("the clock shows no date");
+    return *value;
+}
+
+/// A running clock that was set to `wanted` a moment ago.
+bool HasRunOn(const CivilDateTime& wanted, const CivilDateTime& found, double seconds) {
+    const double since = SecondsBetween(wanted, found);
+    return since >= -RoundingTolerance && since <= seconds;
+}
+
+}  // namespace
+
+ScriptPlayer::ScriptPlayer(ScreenContext& context, MainWindow& window, MessagePump& pump, Watchdog& watchdog)
+    : m_context(context), m_window(window), m_pump(pump), m_watchdog(watchdog), m_user(pump, window.Handle()) {}
+
+ScriptPlayer::Action ScriptPlayer::ActionOf(Verb verb) {
+    // In the order of the verbs.
+    static constexpr std::array Actions{
+        &ScriptPlayer::Wait,
+        &ScriptPlayer::ExpectValue,
+        &ScriptPlayer::ExpectShown,
+        &ScriptPlayer::ExpectDeviceShown,
+        &ScriptPlayer::ExpectClock,
+        &ScriptPlayer::ExpectLog,
+        &ScriptPlayer::ExpectNoLog,
+        &ScriptPlayer::MarkLog,
+        &ScriptPlayer::ExpectProperty,
+        &ScriptPlayer::Click,
+        &ScriptPlayer::PickDay,
+        &ScriptPlayer::TypeTime,
+        &ScriptPlayer::Press,
+        &ScriptPlayer::Key,
+        &ScriptPlayer::Set,
+        &ScriptPlayer::Device,
+        &ScriptPlayer::DeviceClock,
+        &ScriptPlayer::DeviceOffline,
+        &ScriptPlayer::Refresh,
+        &ScriptPlayer::Design,
+        &ScriptPlayer::RunMode,
+        &ScriptPlayer::Save,
+        &ScriptPlayer::Screenshot,
+    };
+    static_assert(Actions.size() == static_cast<std::size_t>(Verb::Screenshot) + 1);
+    return Actions.at(static_cast<std::size_t>(verb));
+}
+
+std::size_t ScriptPlayer::Play(const ScriptFile& script, const std::string& fileName) {
+    Transcript& output = m_context.log->Output();
+    for (const Problem& problem : script.Problems())
+        output.Line("FAILED", fileName + ":" + std::to_string(problem.line) + ": " + problem.message);
+    std::size_t failed = script.Problems().size();
+    for (const ScriptStep& step : script.Steps()) {
+        const std::string place = fileName + ":" + std::to_string(step.line) + ": " + step.text;
+        m_watchdog.Expect(place, SlackForAction + PatienceOf(step) +
+                                     (step.verb == Verb::Wait ? std::chrono::seconds(step.Number(0) / 1000)
+                                                              : std::chrono::seconds(0)));
+        m_window.ShowStatus(step.text);
+        try {
+            Run(step);
+            output.Line("ok", step.text);
+        } catch (const TextError& error) {
+            ++failed;
+            output.Line("FAILED", place + ": " + error.what());
+        }
+        if (m_pump.HasQuit()) {
+            output.Line("FAILED", "the window was closed before the script's end");
+            return failed + 1;
+        }
+    }
+    m_watchdog.Rest();
+    m_window.ShowStatus(failed ? "The script has failed." : "The script has been played.");
+    return failed;
+}
+
+void ScriptPlayer::Run(const ScriptStep& step) {
+    (this->*ActionOf(step.verb))(step);
+    m_window.Poll();
+}
+
+HWND ScriptPlayer::WindowOf(const std::string& control) {
+    const HWND window = m_window.View().Find(control).Window();
+    if (!window) throw TextError(control + " has no window");
+    return window;
+}
+
+template <class Condition>
+void ScriptPlayer::Expect(const ScriptStep& step, Condition&& condition) {
+    std::string found;
+    const bool met = m_pump.RunUntil(
+        [&] {
+            m_window.Poll();
+            return condition(found);
+        },
+        PatienceOf(step));
+    if (!met) throw TextError(found);
+}
+
+void ScriptPlayer::Wait(const ScriptStep& step) {
+    m_pump.RunFor(std::chrono::milliseconds(step.Number(0)));
+}
+
+void ScriptPlayer::ExpectValue(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const std::string value = m_context.device->Value(step.Text(0));
+        found = step.Text(0) + " is " + value;
+        return value == step.Text(1);
+    });
+}
+
+void ScriptPlayer::ExpectShown(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const CivilDateTime shown = ShownDateTime(m_window.View().Find(step.Text(0)).Members());
+        found = step.Text(0) + " shows " + Describe(shown);
+        return shown == CivilDateTime{step.Date(1), step.Time(2)};
+    });
+}
+
+void ScriptPlayer::ExpectDeviceShown(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const CivilDateTime shown = ShownDateTime(m_window.View().Find(step.Text(0)).Members());
+        const CivilDateTime device = ParseOle(m_context.device->Now());
+        found = step.Text(0) + " shows " + Describe(shown) + ", the device's clock is " + Describe(device);
+        return HasRunOn(shown, device, ClockTolerance);
+    });
+}
+
+void ScriptPlayer::ExpectClock(const ScriptStep& step) {
+    const CivilDateTime wanted{step.Date(0), step.Time(1)};
+    Expect(step, [&](std::string& found) {
+        const CivilDateTime device = ParseOle(m_context.device->Now());
+        found = "the device's clock is " + Describe(device);
+        return HasRunOn(wanted, device, step.withinSeconds.value_or(static_cast<std::int32_t>(ClockTolerance)));
+    });
+}
+
+void ScriptPlayer::ExpectLog(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const std::size_t number = m_context.log->Find(step.Text(0), m_logPlace);
+        found = "no such line follows in the log";
+        if (number == m_context.log->End()) return false;
+        m_logPlace = number + 1;
+        return true;
+    });
+}
+
+void ScriptPlayer::ExpectNoLog(const ScriptStep& step) {
+    const std::size_t number = m_context.log->Find(step.Text(0), m_logPlace);
+    if (number != m_context.log->End()) throw TextError("there is: " + m_context.log->At(number).text);
+}
+
+void ScriptPlayer::MarkLog(const ScriptStep&) {
+    m_window.Poll();
+    m_logPlace = m_context.log->End();
+}
+
+void ScriptPlayer::ExpectProperty(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const comkit::Variant value = GetMember(m_window.View().Find(step.Text(0)).Members(), step.Text(1));
+        found = step.Text(1) + " is " + DescribeVariant(value.Get());
+        return SameValue(value, step.Value(2));
+    });
+}
+
+void ScriptPlayer::Click(const ScriptStep& step) {
+    m_user.ClickCaption(WindowOf(step.Text(0)), step.Text(1));
+}
+
+void ScriptPlayer::PickDay(const ScriptStep& step) {
+    m_user.PickDay(WindowOf(step.Text(0)), step.Date(1));
+}
+
+void ScriptPlayer::TypeTime(const ScriptStep& step) {
+    m_user.TypeTime(WindowOf(step.Text(0)), step.Time(1));
+}
+
+void ScriptPlayer::Press(const ScriptStep& step) {
+    m_user.ClickCaption(m_window.Handle(), step.Text(0));
+}
+
+void ScriptPlayer::Key(const ScriptStep& step) {
+    m_user.PressKey(step.Text(0));
+}
+
+void ScriptPlayer::Set(const ScriptStep& step) {
+    PutMember(m_window.View().Find(step.Text(0)).Members(), step.Text(1), step.Value(2));
+    m_pump.Settle();
+}
+
+void ScriptPlayer::Device(const ScriptStep& step) {
+    m_context.device->SetValue(step.Text(0), step.Text(1));
+}
+
+void ScriptPlayer::DeviceClock(const ScriptStep& step) {
+    m_context.device->SetNow(OleFromCivil({step.Date(0), step.Time(1)}));
+}
+
+void ScriptPlayer::DeviceOffline(const ScriptStep& step) {
+    m_context.device->SetOffline(std::get<bool>(step.Value(0)));
+}
+
+void ScriptPlayer::Refresh(const ScriptStep&) {
+    m_context.device->Refresh();
+    m_pump.Settle();
+}
+
+void ScriptPlayer::Design(const ScriptStep&) {
+    m_window.SwitchMode(false);
+    m_pump.Settle();
+}
+
+void ScriptPlayer::RunMode(const ScriptStep&) {
+    m_window.SwitchMode(true);
+    m_pump.Settle();
+}
+
+void ScriptPlayer::Save(const ScriptStep& step) {
+    m_window.Save(step.Text(0));
+}
+
+void ScriptPlayer::Screenshot(const ScriptStep& step) {
+    m_pump.Settle();
+    SaveWindowPicture(m_window.Handle(), step.Text(0));
+}
+
+}  // namespace screenhost

@@ -1,0 +1,42 @@
+// A component server that is used although it is not installed.
+//
+// A server that can register itself for the current user does so, because its classes find one another by ProgID, and
+// is unregistered again at the end unless it was registered before. The classes of one that cannot are announced to
+// this process only, straight from the library, under the names of its type library.
+#pragma once
+
+#include <windows.h>
+
+#include <objbase.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "comkit/Handle.h"
+
+namespace screenhost {
+
+class ServerLibrary {
+public:
+    /// Throws TextError.
+    explicit ServerLibrary(const std::string& file);
+    ServerLibrary(ServerLibrary&&) noexcept = default;
+    ServerLibrary& operator=(ServerLibrary&&) = delete;
+    /// To be destroyed when nothing of the server is alive any more.
+    ~ServerLibrary();
+
+    /// Classes by ProgID ("Library.Class") that only this process knows.
+    const std::map<std::string, CLSID>& Classes() const noexcept { return m_classes; }
+
+private:
+    void AnnounceClasses(const std::wstring& path);
+    void Announce(ITypeInfo& type, const std::string& library);
+
+    comkit::UniqueModule m_module;
+    std::map<std::string, CLSID> m_classes;
+    std::vector<DWORD> m_announced;
+    bool m_bUnregister = false;
+};
+
+}  // namespace screenhost

@@ -1,0 +1,43 @@
+// What a user does, as the window messages that come of it: mouse buttons at the place of a child window, keys to the
+// window that has the focus.
+//
+// The mouse itself is not moved, so that a visit can be played while somebody works on the same display. A click goes
+// to the window that really lies under the point; where that is not the wanted one, the action fails and says why.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "screenhost/MessagePump.h"
+#include "screenhost/ScriptFile.h"
+
+namespace screenhost {
+
+class UserActions {
+public:
+    UserActions(MessagePump& pump, HWND mainWindow) noexcept : m_pump(pump), m_main(mainWindow) {}
+
+    // All throw TextError.
+
+    /// Clicks the visible child window that has this caption (ampersands do not count; the beginning is enough where it
+    /// is the only one).
+    void ClickCaption(HWND root, const std::string& caption);
+    /// Pages a month calendar to the day's month by the arrows of its title, then clicks the day.
+    void PickDay(HWND root, const CivilDate& date);
+    /// Types into a time field, part by part.
+    void TypeTime(HWND root, const TimeOfDay& time);
+    /// A character, or a name such as "Tab", "Shift+Tab", "Left", "Alt+U".
+    void PressKey(const std::string& key);
+
+private:
+    void Click(HWND window, POINT point);
+    void Tap(WPARAM key);
+    void TurnToMonth(HWND calendar, const CivilDate& date);
+    void ChooseTimePart(HWND field, int part);
+
+    MessagePump& m_pump;
+    HWND m_main;
+};
+
+}  // namespace screenhost
