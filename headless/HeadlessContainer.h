@@ -20,6 +20,7 @@ public:
         changes.emplace_back(key);
         if (onPropertyChanged) onPropertyChanged(key);
     }
+    void MarkDirty() override { ++dirtyMarks; }
     Point ToContainerPosition(const Point& twips) const override { return {twips.x * 10, twips.y * 10}; }
 
     /// What was announced since the last call.
@@ -29,6 +30,7 @@ public:
     FontPtr ambientFont;
     std::u16string instanceName = u"KivSetDateTime1";
     std::vector<std::u16string> changes;
+    int dirtyMarks = 0;  ///< what was to be saved without being announced
     std::function<void(std::u16string_view)> onPropertyChanged;
 };
 

@@ -8,12 +8,17 @@ namespace {
 
 constexpr double StandardFontSize = 82500;
 constexpr double LineHeight = 195;
-constexpr double UnitWidth = 90;
+constexpr double UnitWidth = 75;
 
 }  // namespace
 
 double FontScale(const FontPtr& font) {
     return font ? static_cast<double>(font->Traits().size) / StandardFontSize : 1.0;
+}
+
+Size MeasureTextIn(const FontPtr& font, std::u16string_view text) {
+    const double scale = FontScale(font);
+    return {static_cast<double>(text.size()) * UnitWidth * scale, LineHeight * scale};
 }
 
 HeadlessSurface::HeadlessSurface(const Clock& clock) : HeadlessWidget(*this, nullptr, u""), m_clock(clock) {}
@@ -33,8 +38,7 @@ void HeadlessSurface::Resize(const Size& size) {
 }
 
 Size HeadlessSurface::MeasureText(std::u16string_view text) const {
-    const double scale = FontScale(m_state.font);
-    return {static_cast<double>(text.size()) * UnitWidth * scale, LineHeight * scale};
+    return MeasureTextIn(m_state.font, text);
 }
 
 const WidgetState* HeadlessSurface::StateOf(Widget& parent) const {

@@ -1,12 +1,10 @@
 // A control surface in memory. Text is measured by a fixed rule, so that layouts are the same everywhere: in a font of
-// 8.25 points a line is 195 twips high and every UTF-16 unit 90 twips wide; other sizes are in proportion.
+// 8.25 points a line is 195 twips high and every UTF-16 unit 75 twips wide; other sizes are in proportion.
 //
 // Destroy children before what contains them: the surface ends the program when that is not so.
 #pragma once
 
 #include <functional>
-#include <map>
-#include <string>
 #include <string_view>
 
 #include "headless/HeadlessWidgets.h"
@@ -15,7 +13,7 @@
 
 namespace kiv::headless {
 
-class HeadlessSurface final : public HeadlessWidget<Surface> {
+class HeadlessSurface final : public HeadlessRoot, public HeadlessWidget<Surface> {
 public:
     /// New calendars and time fields show the clock's time.
     explicit HeadlessSurface(const Clock& clock);
@@ -30,7 +28,6 @@ public:
     std::unique_ptr<TimeField> CreateTimeField(Widget& parent, std::u16string_view name) override;
     void SetListener(WidgetListener* listener) override { m_listener = listener; }
 
-    WidgetListener* Listener() const noexcept { return m_listener; }
     const Clock& PcClock() const noexcept { return m_clock; }
 
     /// The container gives the control another size.
@@ -39,23 +36,16 @@ public:
     std::function<void()> onSetSize;
     int setSizeCalls = 0;
 
-    /// A living child. Throws std::out_of_range where there is none of that name.
-    template <typename Child>
-    Child& Find(std::u16string_view name) const {
-        return dynamic_cast<Child&>(*m_children.at(std::u16string(name)));
-    }
-    std::size_t ChildCount() const noexcept { return m_children.size(); }
-
 private:
-    friend class WidgetState;
     const WidgetState* StateOf(Widget& parent) const;
 
     const Clock& m_clock;
-    WidgetListener* m_listener = nullptr;
-    std::map<std::u16string, Widget*, std::less<>> m_children;
 };
 
 /// Twips per twip of the standard font.
 double FontScale(const FontPtr& font);
+
+/// One line of text, by the rule above.
+Size MeasureTextIn(const FontPtr& font, std::u16string_view text);
 
 }  // namespace kiv::headless

@@ -4,20 +4,20 @@
 
 #include "headless/HeadlessSurface.h"
 #include "platform/HostError.h"
+#include "platform/Labels.h"
 
 namespace kiv::headless {
 
-WidgetState::WidgetState(HeadlessSurface& itsSurface, const WidgetState* itsParent, std::u16string_view itsName,
-                         Widget& self)
-    : surface(itsSurface), parent(itsParent), name(itsName) {
-    if (parent) surface.m_children.emplace(name, &self);
+WidgetState::WidgetState(HeadlessRoot& itsRoot, const WidgetState* itsParent, std::u16string_view itsName, Widget& self)
+    : root(itsRoot), parent(itsParent), name(itsName) {
+    if (parent) root.m_children.emplace(name, HeadlessRoot::Entry{&self, this});
 }
 
 WidgetState::~WidgetState() {
     if (!parent) return;
-    surface.m_children.erase(name);
-    for (const auto& [otherName, other] : surface.m_children) {
-        if (surface.StateOf(*other)->parent == this) std::abort();  // a child that outlives what contains it
+    root.m_children.erase(name);
+    for (const auto& [otherName, other] : root.m_children) {
+        if (other.state->parent == this) std::abort();  // a child that outlives what contains it
     }
 }
 
@@ -25,45 +25,45 @@ bool WidgetState::IsReachable() const {
     for (const WidgetState* widget = this; widget; widget = widget->parent) {
         if (!widget->enabled || !widget->visible) return false;
     }
-    return surface.Listener() != nullptr;
+    return root.Listener() != nullptr;
 }
 
 template <typename Interface>
 bool HeadlessWidget<Interface>::UserClicks() {
     if (!m_state.IsReachable()) return false;
-    m_state.surface.Listener()->OnClick(*this);
+    m_state.root.Listener()->OnClick(*this);
     return true;
 }
 
 template <typename Interface>
 bool HeadlessWidget<Interface>::UserDblClicks() {
     if (!m_state.IsReachable()) return false;
-    m_state.surface.Listener()->OnDblClick(*this);
+    m_state.root.Listener()->OnDblClick(*this);
     return true;
 }
 
 template <typename Interface>
 bool HeadlessWidget<Interface>::UserMoves(MouseAction action, const MouseArgs& args) {
     if (!m_state.IsReachable()) return false;
-    m_state.surface.Listener()->OnMouse(*this, action, args);
+    m_state.root.Listener()->OnMouse(*this, action, args);
     return true;
 }
 
 template <typename Interface>
 std::int16_t HeadlessWidget<Interface>::UserPressesKey(std::int16_t keyCode, std::int16_t shift) {
-    if (m_state.IsReachable()) m_state.surface.Listener()->OnKeyDown(*this, keyCode, shift);
+    if (m_state.IsReachable()) m_state.root.Listener()->OnKeyDown(*this, keyCode, shift);
     return keyCode;
 }
 
 template <typename Interface>
 std::int16_t HeadlessWidget<Interface>::UserReleasesKey(std::int16_t keyCode, std::int16_t shift) {
-    if (m_state.IsReachable()) m_state.surface.Listener()->OnKeyUp(*this, keyCode, shift);
+    if (m_state.IsReachable()) m_state.root.Listener()->OnKeyUp(*this, keyCode, shift);
     return keyCode;
 }
 
 template <typename Interface>
 std::int16_t HeadlessWidget<Interface>::UserTypes(std::int16_t keyAscii) {
-    if (m_state.IsReachable()) m_state.surface.Listener()->OnKeyPress(*this, keyAscii);
+    if (m_state.IsReachable()) m_state.root.Listener()->OnKeyPress(*this, keyAscii);
     return keyAscii;
 }
 
@@ -72,6 +72,8 @@ template class HeadlessWidget<CheckBox>;
 template class HeadlessWidget<Calendar>;
 template class HeadlessWidget<TimeField>;
 template class HeadlessWidget<Surface>;
+template class HeadlessWidget<Label>;
+template class HeadlessWidget<LabelArea>;
 
 bool HeadlessCheckBox::UserToggles() {
     if (!m_state.IsReachable()) return false;
@@ -131,7 +133,7 @@ void HeadlessTimeField::SetValue(const DateTime& value) {
 bool HeadlessTimeField::UserEnters(const TimeOfDay& time) {
     if (!m_state.IsReachable()) return false;
     SetValue({m_value.date, time});
-    m_state.surface.Listener()->OnChange(*this);
+    m_state.root.Listener()->OnChange(*this);
     return true;
 }
 

@@ -5,7 +5,10 @@
 // touched.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <functional>
+#include <map>
 #include <string>
 #include <string_view>
 
@@ -14,11 +17,38 @@
 namespace kiv::headless {
 
 class HeadlessSurface;
+class WidgetState;
 
-/// The part that is the same for all children. parent is null for the surface.
+/// The part of an area that its children know.
+class HeadlessRoot {
+public:
+    WidgetListener* Listener() const noexcept { return m_listener; }
+
+    /// A living child. Throws std::out_of_range where there is none of that name.
+    template <typename Child>
+    Child& Find(std::u16string_view name) const {
+        return dynamic_cast<Child&>(*m_children.at(std::u16string(name)).widget);
+    }
+    std::size_t ChildCount() const noexcept { return m_children.size(); }
+
+protected:
+    ~HeadlessRoot() = default;
+
+    WidgetListener* m_listener = nullptr;
+
+private:
+    friend class WidgetState;
+    struct Entry {
+        Widget* widget;
+        const WidgetState* state;
+    };
+    std::map<std::u16string, Entry, std::less<>> m_children;
+};
+
+/// The part that is the same for all children. parent is null for the area itself.
 class WidgetState {
 public:
-    WidgetState(HeadlessSurface& surface, const WidgetState* parent, std::u16string_view name, Widget& self);
+    WidgetState(HeadlessRoot& root, const WidgetState* parent, std::u16string_view name, Widget& self);
     ~WidgetState();
     WidgetState(const WidgetState&) = delete;
     WidgetState& operator=(const WidgetState&) = delete;
@@ -26,7 +56,16 @@ public:
     /// Enabled and visible, with all parents.
     bool IsReachable() const;
 
-    HeadlessSurface& surface;
+    /// Takes over what shows; another value is a repaint.
+    template <typename T>
+    bool Change(T& field, const T& value) {
+        if (field == value) return false;
+        field = value;
+        ++repaints;
+        return true;
+    }
+
+    HeadlessRoot& root;
     const WidgetState* parent;
     std::u16string name;
     Rect bounds;
@@ -35,27 +74,28 @@ public:
     OleColor backColor = SystemColor::ButtonFace;
     OleColor foreColor = SystemColor::ButtonText;
     FontPtr font;
+    int repaints = 0;
 };
 
 /// Realises the common part of an interface derived from Widget, and the user's actions that every child knows.
 template <typename Interface>
 class HeadlessWidget : public Interface {
 public:
-    HeadlessWidget(HeadlessSurface& surface, const WidgetState* parent, std::u16string_view name)
-        : m_state(surface, parent, name, *this) {}
+    HeadlessWidget(HeadlessRoot& root, const WidgetState* parent, std::u16string_view name)
+        : m_state(root, parent, name, *this) {}
 
     Rect Bounds() const override { return m_state.bounds; }
-    void SetBounds(const Rect& bounds) override { m_state.bounds = bounds; }
+    void SetBounds(const Rect& bounds) override { m_state.Change(m_state.bounds, bounds); }
     bool IsEnabled() const override { return m_state.enabled; }
-    void SetEnabled(bool enabled) override { m_state.enabled = enabled; }
+    void SetEnabled(bool enabled) override { m_state.Change(m_state.enabled, enabled); }
     bool IsVisible() const override { return m_state.visible; }
-    void SetVisible(bool visible) override { m_state.visible = visible; }
+    void SetVisible(bool visible) override { m_state.Change(m_state.visible, visible); }
     OleColor BackColor() const override { return m_state.backColor; }
-    void SetBackColor(OleColor color) override { m_state.backColor = color; }
+    void SetBackColor(OleColor color) override { m_state.Change(m_state.backColor, color); }
     OleColor ForeColor() const override { return m_state.foreColor; }
-    void SetForeColor(OleColor color) override { m_state.foreColor = color; }
+    void SetForeColor(OleColor color) override { m_state.Change(m_state.foreColor, color); }
     FontPtr GetFont() const override { return m_state.font; }
-    void SetFont(const FontPtr& font) override { m_state.font = font; }
+    void SetFont(const FontPtr& font) override { m_state.Change(m_state.font, font); }
 
     const WidgetState& State() const noexcept { return m_state; }
 
