@@ -20,7 +20,7 @@ struct ColumnStyle {
 };
 
 constexpr std::array<ColumnStyle, 3> Columns{
-    {{L"Time", LVCFMT_RIGHT, 70}, {L"From", LVCFMT_LEFT, 70}, {L"What happened", LVCFMT_LEFT, 400}}};
+    {{L"Time", LVCFMT_LEFT, 70}, {L"From", LVCFMT_LEFT, 70}, {L"What happened", LVCFMT_LEFT, 400}}};
 
 constexpr COLORREF ErrorColor = RGB(0xB0, 0x10, 0x10);
 constexpr COLORREF DeviceColor = RGB(0x10, 0x50, 0x90);

@@ -54,7 +54,7 @@ CLSID Resolve(const std::deque<ServerLibrary>& servers, const std::string& progI
         for (const auto& [name, clsid] : server.Classes())
             if (EqualWithoutCase(name, progId)) return clsid;
     CLSID clsid{};
-    if (FAILED(CLSIDFromProgID(Wide(progId).c_str(), &clsid))) throw TextError("is not registered");
+    if (FAILED(CLSIDFromProgID(Wide(progId).c_str(), &clsid))) throw TextError(progId + " is not registered");
     return clsid;
 }
 

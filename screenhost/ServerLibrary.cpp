@@ -15,6 +15,7 @@ namespace {
 
 using GetClassObjectFunction = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
 using InstallFunction = HRESULT(STDAPICALLTYPE*)(BOOL, LPCWSTR);
+using RegisterFunction = HRESULT(STDAPICALLTYPE*)();
 
 template <class Function>
 Function FindExport(HMODULE module, const char* name) noexcept {
@@ -30,16 +31,41 @@ std::wstring FullPath(const std::string& file) {
     return path.empty() ? name : path;
 }
 
-/// Which file the registry names for a class.
-std::wstring RegisteredPath(REFCLSID clsid) {
-    std::array<wchar_t, 40> text{};
-    StringFromGUID2(clsid, text.data(), static_cast<int>(text.size()));
-    const std::wstring key = L"CLSID\\" + std::wstring(text.data()) + L"\\InprocServer32";
-    std::array<wchar_t, 1024> path{};
-    DWORD bytes = sizeof(path);
-    const LSTATUS status =
-        RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, path.data(), &bytes);
-    return status == ERROR_SUCCESS ? std::wstring(path.data()) : std::wstring();
+/// True when the registry names this very file for any class at all.
+bool IsRegistered(const std::wstring& path) {
+    comkit::UniqueRegKey classes;
+    if (RegOpenKeyExW(HKEY_CLASSES_ROOT, L"CLSID", 0, KEY_READ, classes.Put()) != ERROR_SUCCESS) return false;
+    std::array<wchar_t, 64> clsid{};
+    for (DWORD index = 0;; ++index) {
+        DWORD length = clsid.size();
+        const LSTATUS status =
+            RegEnumKeyExW(classes.Get(), index, clsid.data(), &length, nullptr, nullptr, nullptr, nullptr);
+        if (status == ERROR_MORE_DATA) continue;  // no class identifier
+        if (status != ERROR_SUCCESS) return false;
+        const std::wstring key = std::wstring(clsid.data(), length) + L"\\InprocServer32";
+        std::array<wchar_t, 1024> server{};
+        DWORD bytes = sizeof(server);
+        if (RegGetValueW(classes.Get(), key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, server.data(), &bytes) ==
+                ERROR_SUCCESS &&
+            lstrcmpiW(server.data(), path.c_str()) == 0)
+            return true;
+    }
+}
+
+/// Whether classes that are registered for one user are found at all: Wine up to version 8 looks at the machine's only.
+bool UserClassesCount() {
+    constexpr const wchar_t* Parent = L"Software\\Classes";
+    constexpr const wchar_t* Probe = L"ScreenHost.Probe";
+    comkit::UniqueRegKey parent;
+    comkit::UniqueRegKey made;
+    comkit::UniqueRegKey seen;
+    if (RegCreateKeyExW(HKEY_CURRENT_USER, Parent, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, parent.Put(), nullptr) ||
+        RegCreateKeyExW(parent.Get(), Probe, 0, nullptr, REG_OPTION_VOLATILE, KEY_READ, nullptr, made.Put(), nullptr))
+        return false;
+    const bool counts = RegOpenKeyExW(HKEY_CLASSES_ROOT, Probe, 0, KEY_READ, seen.Put()) == ERROR_SUCCESS;
+    made.Reset();
+    RegDeleteKeyW(parent.Get(), Probe);
+    return counts;
 }
 
 template <class Use>
@@ -61,31 +87,18 @@ CLSID ClassIdOf(ITypeInfo& type) {
     return clsid;
 }
 
-/// True when every class of the file's type library is registered for this very file.
-bool IsRegistered(const std::wstring& path) {
-    comkit::ComPtr<ITypeLib> library;
-    if (FAILED(LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Put()))) return false;
-    bool any = false;
-    bool all = true;
-    ForEachClass(*library, [&](ITypeInfo& type) {
-        any = true;
-        all = all && lstrcmpiW(RegisteredPath(ClassIdOf(type)).c_str(), path.c_str()) == 0;
-    });
-    return any && all;
-}
-
 }  // namespace
 
 ServerLibrary::ServerLibrary(const std::string& file) {
     const std::wstring path = FullPath(file);
     m_module.Reset(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
     if (!m_module) throw TextError(file + ": cannot be loaded: " + ErrorText(comkit::LastErrorResult()));
-    const auto install = FindExport<InstallFunction>(m_module.Get(), "DllInstall");
-    if (install) {
-        const bool wasRegistered = IsRegistered(path);
-        const HRESULT hr = install(TRUE, L"user");
-        if (FAILED(hr)) throw TextError(file + ": cannot be registered for this user: " + ErrorText(hr));
-        m_bUnregister = !wasRegistered;
+    if (FindExport<InstallFunction>(m_module.Get(), "DllInstall")) {
+        if (IsRegistered(path)) return;
+        m_bForUser = UserClassesCount();
+        const HRESULT hr = Register(true);
+        if (FAILED(hr)) throw TextError(file + ": cannot be registered: " + ErrorText(hr));
+        m_bUnregister = true;
         return;
     }
     Telling(file, [&] { AnnounceClasses(path); });
@@ -94,8 +107,17 @@ ServerLibrary::ServerLibrary(const std::string& file) {
 
 ServerLibrary::~ServerLibrary() {
     for (const DWORD cookie : m_announced) CoRevokeClassObject(cookie);
-    if (!m_bUnregister || !m_module) return;
-    if (const auto install = FindExport<InstallFunction>(m_module.Get(), "DllInstall")) install(FALSE, L"user");
+    if (m_bUnregister && m_module) Register(false);
+}
+
+HRESULT ServerLibrary::Register(bool add) const noexcept {
+    if (m_bForUser) {
+        const auto install = FindExport<InstallFunction>(m_module.Get(), "DllInstall");
+        return install ? install(add, L"user") : E_NOTIMPL;
+    }
+    const char* const name = add ? "DllRegisterServer" : "DllUnregisterServer";
+    const auto change = FindExport<RegisterFunction>(m_module.Get(), name);
+    return change ? change() : E_NOTIMPL;
 }
 
 void ServerLibrary::AnnounceClasses(const std::wstring& path) {

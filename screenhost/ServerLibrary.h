@@ -1,8 +1,8 @@
 // A component server that is used although it is not installed.
 //
 // A server that can register itself for the current user does so, because its classes find one another by ProgID, and
-// is unregistered again at the end unless it was registered before. The classes of one that cannot are announced to
-// this process only, straight from the library, under the names of its type library.
+// is unregistered again at the end; one that is registered already is used as it is. The classes of one that cannot are
+// announced to this process only, straight from the library, under the names of its type library.
 #pragma once
 
 #include <windows.h>
@@ -30,6 +30,7 @@ public:
     const std::map<std::string, CLSID>& Classes() const noexcept { return m_classes; }
 
 private:
+    HRESULT Register(bool add) const noexcept;
     void AnnounceClasses(const std::wstring& path);
     void Announce(ITypeInfo& type, const std::string& library);
 
@@ -37,6 +38,7 @@ private:
     std::map<std::string, CLSID> m_classes;
     std::vector<DWORD> m_announced;
     bool m_bUnregister = false;
+    bool m_bForUser = true;
 };
 
 }  // namespace screenhost
