@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
+#include <ranges>
 #include <string>
 #include <utility>
 #include <vector>
@@ -89,8 +90,8 @@ inline void RemoveValue(HKEY root, const RegistryEntry& entry) {
 inline void RemoveEntries(HKEY root, const std::vector<RegistryEntry>& entries, bool shared) {
     for (const RegistryEntry& entry : entries)
         if (entry.shared == shared) RemoveValue(root, entry);
-    for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
-        if (entry->shared == shared) DeleteWhileEmpty(root, entry->key);
+    for (const RegistryEntry& entry : std::views::reverse(entries))
+        if (entry.shared == shared) DeleteWhileEmpty(root, entry.key);
 }
 
 }  // namespace detail
@@ -103,7 +104,7 @@ public:
     RegistryTransaction(const RegistryTransaction&) = delete;
     RegistryTransaction& operator=(const RegistryTransaction&) = delete;
     ~RegistryTransaction() {
-        std::for_each(m_steps.rbegin(), m_steps.rend(), [this](const Step& step) { Undo(step); });
+        for (const Step& step : std::views::reverse(m_steps)) Undo(step);
     }
 
     void Write(const RegistryEntry& entry) {
@@ -164,11 +165,13 @@ private:
         }
         UniqueRegKey key;
         if (RegOpenKeyExW(m_root, step.key.c_str(), 0, KEY_WRITE, key.Put()) != ERROR_SUCCESS) return;
-        if (step.former)
-            RegSetValueExW(key.Get(), step.name.c_str(), 0, step.former->type, step.former->data.data(),
-                           static_cast<DWORD>(step.former->data.size()));
-        else
+        if (!step.former) {
             RegDeleteValueW(key.Get(), step.name.c_str());
+            return;
+        }
+        const auto& data = step.former->data;
+        RegSetValueExW(key.Get(), step.name.c_str(), 0, step.former->type, data.data(),
+                       static_cast<DWORD>(data.size()));
     }
 
     HKEY m_root;

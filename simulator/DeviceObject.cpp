@@ -81,9 +81,7 @@ HRESULT DeviceObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, D
 
 HRESULT DeviceObject::Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* params, VARIANT* result, EXCEPINFO* info,
                              UINT* argument) {
-    // The system reports an error left behind by an earlier call as this call's own, and does not get properties that
-    // are called as methods.
-    SetErrorInfo(0, nullptr);
+    // The system does not get properties that are called as methods.
     if (flags & DISPATCH_METHOD) flags |= DISPATCH_PROPERTYGET;
     return m_typeInfo->Invoke(static_cast<IVexaSimulatorDevice*>(this), id, flags, params, result, info, argument);
 }
@@ -126,8 +124,9 @@ HRESULT DeviceObject::get_LogCount(LONG* value) {
 
 HRESULT DeviceObject::get_LogLine(LONG index, BSTR* value) {
     return Answer(value, [&] {
+        // A negative index lies beyond every line.
         const std::u16string* const line =
-            index < 0 ? nullptr : Simulation::Instance().Framework().Log().Line(static_cast<std::size_t>(index));
+            Simulation::Instance().Framework().Log().Line(static_cast<std::size_t>(index));
         if (!line) throw SimulatorError(SimulatorError::Reason::NoSuchElement, u"the log has no such line");
         return Bstr(*line).Detach();
     });

@@ -57,6 +57,18 @@ std::optional<std::u16string> TryRead(const DeviceModel& device, const ElementDe
     }
 }
 
+/// Sets a flag for as long as it lives.
+class Polling {
+public:
+    explicit Polling(bool& flag) noexcept : m_flag(flag) { m_flag = true; }
+    Polling(const Polling&) = delete;
+    Polling& operator=(const Polling&) = delete;
+    ~Polling() { m_flag = false; }
+
+private:
+    bool& m_flag;
+};
+
 }  // namespace
 
 bool HiddenControlModel::Element::IsReadable() const noexcept {
@@ -90,7 +102,7 @@ const ElementDefinition& HiddenControlModel::DefinitionOrNone(std::int16_t index
 }
 
 ElementDefinition HiddenControlModel::ReadDefinition(std::int16_t index) {
-    const ElementDefinition definition = DefinitionOrNone(index);
+    ElementDefinition definition = DefinitionOrNone(index);
     Logged(m_framework.Log(), Label(u"read definition", index) + u": " + Describe(definition),
            [&] { CheckIndex(index); });
     return definition;
@@ -172,11 +184,7 @@ std::vector<std::shared_ptr<HiddenControlModel>> FrameworkSimulation::LivingCont
 
 void FrameworkSimulation::Poll() {
     if (m_bPolling) return;
-    struct Polling {
-        bool& flag;
-        explicit Polling(bool& f) : flag(f) { flag = true; }
-        ~Polling() { flag = false; }
-    } const polling(m_bPolling);
+    const Polling polling(m_bPolling);
     const DeviceTime at = m_device.Now();
     for (const auto& control : LivingControls())
         for (const auto& queued : control->CollectDue(at)) control->Deliver(queued);

@@ -52,7 +52,7 @@ Variant HiddenControl::PutElementCount(const LateArguments& arguments) {
 }
 
 ComPtr<IDispatch> HiddenControl::MakeElement(std::int16_t index) const {
-    return ComPtr<IDispatch>(MakeObject<ElementControl>(ElementHandle{m_model, index}).Get());
+    return ComPtr<IDispatch>::Adopt(MakeObject<ElementControl>(ElementHandle{m_model, index}).Detach());
 }
 
 Variant HiddenControl::Element(const LateArguments& arguments) {

@@ -96,7 +96,7 @@ void StoreTyped(VARIANT& argument, Variant& value) {
 void LateArguments::Return(std::size_t position, Variant value) const {
     VARIANT* argument = &At(position);
     // A script's variable arrives as a reference to a Variant, which may hold a typed reference of its caller's.
-    while (argument->vt == (VT_BYREF | VT_VARIANT)) {
+    if (argument->vt == (VT_BYREF | VT_VARIANT)) {
         VARIANT* const target = argument->pvarVal;
         if ((target->vt & VT_BYREF) == 0) {
             ThrowIfFailed(VariantClear(target));

@@ -60,17 +60,21 @@ TEST_F(SimulatorDevice, RefusedPutsRaiseAnErrorAndLeaveTheDeviceAlone) {
     EXPECT_EQ(Text(Call(*late, L"PollInterval")), "200");
 }
 
-TEST_F(SimulatorDevice, AStaleErrorOfAnEarlierCallIsNotReportedAgain) {
-    BSTR line = nullptr;
-    EXPECT_EQ(dual->get_LogLine(0, &line), static_cast<HRESULT>(0x800A0009));
-    EXPECT_EQ(line, nullptr);
-    // The error information of the call above still lies on this thread.
-    try {
-        Call(*late, L"Value", u"nvoHour", u"too many");
-        ADD_FAILURE() << "no error";
-    } catch (const ComError& error) {
-        EXPECT_EQ(error.Description(), u"");
+TEST_F(SimulatorDevice, LinesThatTheLogHasNotAreRefusedWithTextAndNoLine) {
+    for (const LONG index : {0L, -1L, 100000L}) {
+        wchar_t stale[] = L"stale";
+        BSTR line = stale;
+        EXPECT_EQ(dual->get_LogLine(index, &line), static_cast<HRESULT>(0x800A0009));
+        EXPECT_EQ(line, nullptr);
+        ComPtr<IErrorInfo> info;
+        EXPECT_EQ(GetErrorInfo(0, info.Put()), S_OK);
     }
+}
+
+TEST_F(SimulatorDevice, PropertiesAnswerWhenTheyAreCalledAsMethods) {
+    const DISPID id = comkit::DispIdOf(*late, L"Value");
+    const Variant name(u"nvoYear");
+    EXPECT_EQ(Text(comkit::InvokeWith(*late, id, DISPATCH_METHOD, std::array<VARIANT, 1>{name.Get()})), "2001");
 }
 
 TEST_F(SimulatorDevice, OfflineAndRefusalsAreForTheControlsNotForTheHost) {

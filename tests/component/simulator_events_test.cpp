@@ -64,6 +64,17 @@ TEST_F(SimulatorEvents, ValuesArriveThroughTheMessageLoopOnly) {
     EXPECT_EQ(arrived, "2=3 7=2001 ") << "a refresh delivers at once";
 }
 
+TEST_F(SimulatorEvents, ANewPollIntervalHoldsAtOnce) {
+    Put(*device, L"PollInterval", 60000L);
+    const auto hidden = MakeHidden();
+    std::string arrived;
+    Connect(hidden.Get(), ValueEvents, Collect(arrived));
+    Bind(*hidden, 7, u"nvoYear");
+    EXPECT_FALSE(PumpUntil([&] { return !arrived.empty(); }, std::chrono::milliseconds(150)));
+    Put(*device, L"PollInterval", 10L);
+    EXPECT_TRUE(PumpUntil([&] { return !arrived.empty(); }));
+}
+
 TEST_F(SimulatorEvents, EverySinkGetsEveryValueUntilItLeaves) {
     const auto hidden = MakeHidden();
     const auto point = FindPoint(hidden.Get(), ValueEvents);
@@ -168,6 +179,7 @@ TEST_F(SimulatorEvents, HelpDefinitionRaisesItsFourEvents) {
     Call(*help, L"FireWhatsThisHelpID", 12L);
     comkit::InvokeWith(*help, comkit::DispIdOf(*help, L"FireWhatsThisHelpIDs"), DISPATCH_METHOD,
                        std::array<VARIANT, 1>{reference});
+    EXPECT_THROW(Call(*help, L"FireWhatsThisHelpIDs", 5L), comkit::ComError);
     EXPECT_EQ(arrived, "1=-7 2=C:\\Help\\vexa.chm 3=12 4=array to 6 ");
 }
 

@@ -117,6 +117,11 @@ TEST_F(SimulatorObjects, CallsOfTheWrongShapeAreToldApartFromRaisedErrors) {
     EXPECT_EQ(ErrorOf([&] { Call(*hidden, L"Element", 70000L); }), DISP_E_OVERFLOW);
     EXPECT_EQ(ErrorOf([&] { Put(*hidden, L"Element", 0L, 1L); }), DISP_E_MEMBERNOTFOUND);
     EXPECT_EQ(Text(Call(*hidden, L"ELEMENTCOUNT")), "1") << "names are found in any case";
+    try {
+        Call(*hidden, L"Element", u"first");
+    } catch (const ComError& error) {
+        EXPECT_EQ(error.Source(), u"") << "a mismatch is the caller's, no error of the object";
+    }
     VARIANT named = Variant(1L).Detach();
     DISPID name = 0;
     DISPPARAMS params{&named, &name, 1, 1};
@@ -165,6 +170,9 @@ TEST_F(SimulatorObjects, CollectionCountsFromOneAndKeepsWhatWasAdded) {
     EXPECT_EQ(ErrorOf([&] { Call(*collection, L"Item", 0L); }), SubscriptOutOfRange);
     EXPECT_EQ(ErrorOf([&] { Call(*collection, L"Item", 3L); }), SubscriptOutOfRange);
     EXPECT_EQ(ErrorOf([&] { Call(*collection, L"Add", u"no object"); }), DISP_E_TYPEMISMATCH);
+    ComPtr<IUnknown> nameless;
+    ASSERT_EQ(server.GetClassObject(L"VexaSimulator.Device", IID_IUnknown, nameless.PutVoid()), S_OK);
+    EXPECT_EQ(ErrorOf([&] { Call(*collection, L"Add", nameless.Get()); }), DISP_E_TYPEMISMATCH);
 }
 
 TEST_F(SimulatorObjects, RegistryKeepsNumbersAndTextsAndRaisesWhatFails) {
@@ -191,6 +199,10 @@ TEST_F(SimulatorObjects, RegistryKeepsNumbersAndTextsAndRaisesWhatFails) {
     EXPECT_EQ(Text(Call(*registry, L"QueryValue", u"Text")), "ab c");
     EXPECT_EQ(Text(Call(*registry, L"QueryValue", u"")), "");
     EXPECT_EQ(ErrorOf([&] { Call(*registry, L"QueryValue", u"Other"); }), missing);
+
+    const BYTE bytes[] = {1, 2, 3};
+    RegSetKeyValueW(HKEY_CURRENT_USER, L"Soft\\Kiv", L"Binary", REG_BINARY, bytes, sizeof bytes);
+    EXPECT_EQ(ErrorOf([&] { Call(*registry, L"QueryValue", u"Binary"); }), DISP_E_TYPEMISMATCH);
 
     // A text that was stored without its end, and one with two.
     RegSetKeyValueW(HKEY_CURRENT_USER, L"Soft\\Kiv", L"Open", REG_SZ, L"xyz", 6);
