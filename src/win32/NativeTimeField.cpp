@@ -10,6 +10,16 @@
 
 namespace kiv::win32 {
 
+namespace {
+
+// Wine says so itself; asking beats guessing from behaviour where a wrong guess would change the time.
+bool IsWine() noexcept {
+    static const bool wine = GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "wine_get_version") != nullptr;
+    return wine;
+}
+
+}  // namespace
+
 NativeTimeField::NativeTimeField(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent,
                                  std::u16string_view name)
     : WidgetOf(std::move(context), parent, name), m_value(SystemClock().Now()) {}
@@ -61,6 +71,19 @@ void NativeTimeField::OnOpened() {
 
 void NativeTimeField::KeepState() {
     m_value = Value();
+}
+
+LRESULT NativeTimeField::RunNative(NativeWindow& native, const Message& message) {
+    // Windows' picker takes the focus when its spin buttons are pressed, Wine's does not.
+    if (message.id == WM_LBUTTONDOWN && message.window != native.Handle() && GetFocus() != native.Handle())
+        SetFocus(native.Handle());
+    if (!native.IsLive()) return 0;  // whoever was told of the focus ended it
+    const LRESULT result = native.CallNative(message);
+    // With the focus Windows' picker selects its first field, so that keys and spin buttons have something to change.
+    // Wine's has nothing selected, and comes to the first field with the first step to the right.
+    if (message.id == WM_SETFOCUS && message.window == native.Handle() && IsWine())
+        native.CallNative({message.window, WM_KEYDOWN, VK_RIGHT, 1});
+    return result;
 }
 
 // The native field notifies more often than its value changes.

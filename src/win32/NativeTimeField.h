@@ -1,5 +1,7 @@
 // Time field: the native date and time picker with spin buttons. The spin buttons are a window of their own inside it;
 // what happens to them happens to the time field.
+//
+// A digit that does not complete its field counts when the field is left: so the native picker does it.
 #pragma once
 
 #include <string>
@@ -23,6 +25,7 @@ private:
     void KeepState() override;
     bool ClicksByMouse() const noexcept override { return true; }
     void OnNotify(const NMHDR& header) override;
+    LRESULT RunNative(NativeWindow& native, const Message& message) override;
 
     void ApplyFormat() const;
     void ApplyValue() const;

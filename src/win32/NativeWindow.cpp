@@ -3,30 +3,36 @@
 #include <commctrl.h>
 
 #include "comkit/Errors.h"
+#include "comkit/Handle.h"
 #include "win32/ModuleInstance.h"
 
 namespace kiv::win32 {
 
 namespace {
 constexpr UINT_PTR SubclassId = 0x4B49;
-}
+constexpr const wchar_t* ReferenceProperty = L"KivDateTime.NativeWindow";
+}  // namespace
 
 std::shared_ptr<NativeWindow> NativeWindow::Create(Owner& owner, const WindowDescription& description) {
+    // Before the window's owner, so that it is still there if the window ends again here.
     const std::shared_ptr<NativeWindow> result(new NativeWindow(owner, description.hasInnerWindows));
     const RECT& place = description.place;
-    const HWND window = CreateWindowExW(
+    comkit::UniqueWindow window(CreateWindowExW(
         description.extendedStyle, description.className, description.text, description.style, place.left, place.top,
-        place.right - place.left, place.bottom - place.top, description.parent, nullptr, ModuleInstance(), nullptr);
+        place.right - place.left, place.bottom - place.top, description.parent, nullptr, ModuleInstance(), nullptr));
     if (!window) throw comkit::ComError(comkit::LastErrorResult());
-    result->m_window = window;
+    result->m_window = window.Get();
+    result->Hook(window.Get());
     result->m_pSelf = result;
-    result->Hook(window);
     if (description.hasInnerWindows) result->HookInnerWindows();
+    window.Detach();
     return result;
 }
 
 void NativeWindow::Hook(HWND window) {
-    SetWindowSubclass(window, &Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this));
+    if (!SetPropW(window, ReferenceProperty, this) ||
+        !SetWindowSubclass(window, &Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this)))
+        throw comkit::ComError(E_OUTOFMEMORY);
 }
 
 void NativeWindow::HookInnerWindows() {
@@ -59,9 +65,8 @@ void NativeWindow::DestroyIfDue() noexcept {
 }
 
 NativeWindow::Owner* NativeWindow::OwnerOf(HWND window) noexcept {
-    DWORD_PTR reference = 0;
-    if (!GetWindowSubclass(window, &Procedure, SubclassId, &reference)) return nullptr;
-    return reinterpret_cast<NativeWindow*>(reference)->m_pOwner;
+    const auto* const native = static_cast<const NativeWindow*>(GetPropW(window, ReferenceProperty));
+    return native ? native->m_pOwner : nullptr;
 }
 
 LRESULT NativeWindow::Dispatch(const Message& message) {
@@ -79,6 +84,7 @@ LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT id, WPARAM wParam, LP
     const Message message{window, id, wParam, lParam};
     LRESULT result = 0;
     if (id == WM_NCDESTROY) {
+        RemovePropW(window, ReferenceProperty);
         RemoveWindowSubclass(window, &Procedure, SubclassId);
         result = self->CallNative(message);
         if (window == self->m_window) {
