@@ -93,12 +93,17 @@ void ShowControlLayout::Resize() {
     ShowControlState& state = m_context.State();
     if (state.m_bInResize || state.IsLoading()) return;
     const ResizeScope resizing(state);
-    Place(ComputeShowControlLayout(Measure()));
+    Place(ComputeShowControlLayout(Measure(MinimumSizes())));
 }
 
 void ShowControlLayout::EndLoad() {
-    m_context.State().m_bSizeSetExplicitly = true;
-    Resize();
+    ShowControlState& state = m_context.State();
+    state.m_bSizeSetExplicitly = true;
+    if (state.m_bInResize) return;
+    const ResizeScope resizing(state);
+    // Not measured anew: the sizes were held to their minimums when they were loaded, and the font that was loaded after
+    // them counts from the next resize on.
+    Place(ComputeShowControlLayout(Measure(ShowMinimumSizes{})));
 }
 
 void ShowControlLayout::SetLabelExtent(Label& label, Twips Rect::*extent, std::int16_t twips, std::int16_t minimum,
@@ -115,8 +120,7 @@ void ShowControlLayout::SetLabelExtent(Label& label, Twips Rect::*extent, std::i
     if (ToShortTwips(label.Bounds().*extent) != before) m_context.Announce(key);
 }
 
-ShowControlMeasures ShowControlLayout::Measure() {
-    const ShowMinimumSizes minimum = MinimumSizes();
+ShowControlMeasures ShowControlLayout::Measure(const ShowMinimumSizes& minimum) {
     ShowControlState& state = m_context.State();
     const Rect control = m_context.Area().Bounds();
     const Rect caption = m_context.Children().lblCaption->Bounds();

@@ -66,7 +66,7 @@ public:
                         std::u16string_view key);
 
 private:
-    ShowControlMeasures Measure();
+    ShowControlMeasures Measure(const ShowMinimumSizes& minimum);
     void Place(const ShowControlPlaces& places);
 
     ShowControlContext& m_context;
