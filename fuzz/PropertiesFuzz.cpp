@@ -1,0 +1,168 @@
+// Loads a set control from whatever bytes come. The first byte chooses: even, the rest is a property stream; odd, the
+// rest are the values that a hostile property bag hands out, key by key. Bit 1 chooses design or run mode.
+//
+// Beyond not crashing: what was loaded can be saved, encoded and decoded again, and loading that saves the same bytes.
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "common/MemoryBag.h"
+#include "common/PropertyStream.h"
+#include "headless/HeadlessPlatform.h"
+#include "platform/HostError.h"
+#include "setcontrol/SetControl.h"
+
+namespace {
+
+using namespace kiv;
+using Bytes = std::span<const std::byte>;
+
+void Require(bool holds) {
+    if (!holds) std::abort();
+}
+
+FontPtr MakeAnyFont(const FontTraits& traits) {
+    return headless::MakeFont(traits);
+}
+
+/// Hands out values made of the bytes: a kind, then what that kind takes. At the end of the bytes, the fallback.
+class BytesBag final : public PropertyBag {
+public:
+    explicit BytesBag(Bytes bytes) : m_bytes(bytes) {}
+
+    Value Read(std::u16string_view /*key*/, const Value& fallback) const override {
+        if (m_bytes.empty()) return fallback;
+        switch (std::to_integer<int>(Take(1)[0]) % 12) {
+            case 0:
+                return Value{};
+            case 1:
+                return Number<1>() % 2 == 1;
+            case 2:
+                return static_cast<std::int16_t>(Number<2>());
+            case 3:
+                return static_cast<std::int32_t>(Number<4>());
+            case 4:
+                return std::bit_cast<double>(Number<8>());
+            case 5:
+                return OleDate{std::bit_cast<double>(Number<8>())};
+            case 6:
+                return Text();
+            case 7:
+                return Font();
+            case 8:
+                return FontPtr();
+            case 9:
+                return Unsupported{};
+            case 10:
+                throw HostError(ErrorNumber::TypeMismatch);
+            default:
+                return fallback;
+        }
+    }
+    void Write(std::u16string_view /*key*/, const Value& /*value*/, const Value* /*defaultValue*/) override {}
+
+private:
+    std::vector<std::byte> Take(std::size_t count) const {
+        std::vector<std::byte> taken(count);
+        const std::size_t there = std::min(count, m_bytes.size());
+        std::copy_n(m_bytes.begin(), there, taken.begin());
+        m_bytes = m_bytes.subspan(there);
+        return taken;
+    }
+    template <std::size_t Size>
+    std::uint64_t Number() const {
+        std::uint64_t number = 0;
+        for (const std::byte byte : Take(Size)) number = number << 8 | std::to_integer<std::uint64_t>(byte);
+        return number;
+    }
+    std::u16string Text() const {
+        std::u16string text;
+        for (const std::byte byte : Take(Number<1>())) text.push_back(std::to_integer<char16_t>(byte));
+        return text;
+    }
+    FontPtr Font() const {
+        FontTraits traits;
+        traits.name = Text();
+        // A real font object keeps its size within reason, whatever it was asked for.
+        traits.size = static_cast<std::int64_t>(Number<3>() + 1);
+        traits.weight = static_cast<std::int16_t>(Number<2>());
+        traits.charset = static_cast<std::int16_t>(Number<2>());
+        return headless::MakeFont(traits);
+    }
+
+    mutable Bytes m_bytes;
+};
+
+class NoEvents final : public SetControlEvents {
+    void Click() override {}
+    void DblClick() override {}
+    void KeyUp(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
+    void KeyPress(std::int16_t& /*keyAscii*/) override {}
+    void KeyDown(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
+    void MouseDown(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
+    void MouseMove(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
+    void MouseUp(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
+    void GetDeviceDateTime(Value& /*dtNow*/, bool& /*bEnableDST*/) override {}
+};
+
+/// A control loaded from a bag, as a stream.
+std::vector<std::byte> LoadAndSave(const PropertyBag& bag, bool userMode) {
+    headless::HeadlessPlatform world;
+    world.container.userMode = userMode;
+    world.container.ambientFont = headless::MakeFont(u"Tahoma");
+    NoEvents host;
+    SetControl control(world.Platform(), host);
+    control.InitProperties();
+    control.ReadProperties(bag);
+    control.OnShown();
+    Require(control.Mode() >= sdtSetDateTime && control.Mode() <= sdtSetTimeOnly);
+    Require(control.StartOfWeek() >= 1 && control.StartOfWeek() <= 7);
+    Require(control.TimeHeight() >= 315 && control.TimeWidth() >= 1080);
+    MemoryBag saved(true);
+    control.WriteProperties(saved);
+    return EncodeProperties(saved);
+}
+
+MemoryBag Decode(Bytes stream) {
+    if (stream.size() < PropertyStreamHeaderSize) throw HostError(ErrorNumber::InvalidPropertyValue);
+    const std::size_t length = DecodePropertyHeader(stream.first(PropertyStreamHeaderSize));
+    const Bytes records = stream.subspan(PropertyStreamHeaderSize);
+    if (records.size() < length) throw HostError(ErrorNumber::InvalidPropertyValue);
+    return DecodeProperties(records.first(length), MakeAnyFont);
+}
+
+void CheckLoad(const PropertyBag& bag, bool userMode) {
+    const std::vector<std::byte> first = LoadAndSave(bag, userMode);
+    Require(LoadAndSave(Decode(first), userMode) == first);
+}
+
+void CheckStream(Bytes stream, bool userMode) {
+    MemoryBag bag;
+    try {
+        bag = Decode(stream);
+    } catch (const HostError& error) {
+        Require(error.Number() == ErrorNumber::InvalidPropertyValue);
+        return;
+    }
+    const std::vector<std::byte> again = EncodeProperties(bag);
+    Require(EncodeProperties(Decode(again)) == again);
+    CheckLoad(bag, userMode);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) return 0;
+    const Bytes bytes = std::as_bytes(std::span(data, size)).subspan(1);
+    const bool userMode = (data[0] & 2) != 0;
+    if (data[0] % 2 == 0) {
+        CheckStream(bytes, userMode);
+    } else {
+        CheckLoad(BytesBag(bytes), userMode);
+    }
+    return 0;
+}
