@@ -19,6 +19,13 @@ std::string TextOf(const comkit::Variant& value) {
     return value.Type() == VT_BSTR ? Narrow(value.Get().bstrVal) : std::string();
 }
 
+/// Which variable an element is bound to is asked and told with every value.
+HostLog::Weight WeightOf(const std::string& line) {
+    const bool isBinding = line.starts_with("read definition") || line.starts_with("write definition");
+    const bool hasFailed = line.find(" failed: ") != std::string::npos;
+    return isBinding && !hasFailed ? HostLog::Weight::Detail : HostLog::Weight::Plain;
+}
+
 }  // namespace
 
 std::optional<CivilDateTime> CivilFromOle(double days) {
@@ -111,7 +118,8 @@ void DeviceLink::CollectLog(HostLog& log) {
         for (; m_linesSeen < lines; ++m_linesSeen) {
             const long number = m_linesSeen;
             try {
-                log.Add("device", TextOf(comkit::Call(*m_device, L"LogLine", number)));
+                const std::string line = TextOf(comkit::Call(*m_device, L"LogLine", number));
+                log.Add("device", line, WeightOf(line));
             } catch (const comkit::ComError&) {
                 log.Add("device", "(a line of the device's log is no longer kept)");
             }

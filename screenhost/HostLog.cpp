@@ -4,8 +4,8 @@
 
 namespace screenhost {
 
-void HostLog::Add(std::string_view source, std::string_view text) {
-    m_transcript.Line(source, text);
+void HostLog::Add(std::string_view source, std::string_view text, Weight weight) {
+    if (weight == Weight::Plain) m_transcript.Line(source, text);
     const auto elapsed = m_transcript.Elapsed().count();
     std::string thousandths = std::to_string(elapsed % 1000);
     thousandths.insert(0, 3 - thousandths.size(), '0');

@@ -1,6 +1,7 @@
 // What the controls raised, what went between them and the device, and what the host itself has to say.
 //
-// Lines go to the transcript as they come. A reader that looks in from time to time sees them by number.
+// Lines go to the transcript as they come, except the details, which would bury the rest there. A reader that looks in
+// from time to time sees them by number.
 #pragma once
 
 #include <cstddef>
@@ -24,8 +25,9 @@ public:
 
     explicit HostLog(Transcript& transcript) : m_transcript(transcript) {}
 
-    /// source: "event", "device", "host" or "error".
-    void Add(std::string_view source, std::string_view text);
+    enum class Weight { Plain, Detail };
+    /// source: "event", "change", "device", "host" or "error".
+    void Add(std::string_view source, std::string_view text, Weight weight = Weight::Plain);
 
     /// Number of the next line to come. Numbers start at 0 and are never used again.
     std::size_t End() const noexcept { return m_first + m_entries.size(); }

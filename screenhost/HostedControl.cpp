@@ -297,7 +297,8 @@ void HostedControl::OnEvent(const EventCall& call) {
     std::string text = Name() + "." + call.name;
     for (const auto& [argument, value] : call.arguments) text += " " + argument + "=" + DescribeVariant(*value);
     m_context.device->CollectLog(*m_context.log);  // what led to the event stands before it
-    m_context.log->Add("event", text);
+    const bool isInput = call.name.starts_with("Mouse") || call.name.starts_with("Key");
+    m_context.log->Add("event", text, isInput ? HostLog::Weight::Detail : HostLog::Weight::Plain);
     if (call.name == "GetDeviceDateTime") SupplyDeviceDateTime(call);
 }
 

@@ -32,6 +32,11 @@ std::string ReadTextFile(const std::string& name, std::size_t limit) {
     return text;
 }
 
+void MakeFolderOf(const std::string& name) {
+    for (std::size_t at = name.find_first_of("/\\"); at != std::string::npos; at = name.find_first_of("/\\", at + 1))
+        if (at > 0) CreateDirectoryW(Wide(name.substr(0, at)).c_str(), nullptr);
+}
+
 void WriteTextFile(const std::string& name, std::string_view text) {
     const std::string neighbour = name + ".new";
     {

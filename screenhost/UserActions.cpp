@@ -247,9 +247,10 @@ void UserActions::Tap(WPARAM key) {
 
 /// Every part is reached from the first one, because fields differ in whether a full part moves on by itself.
 void UserActions::ChooseTimePart(HWND field, int part) {
+    // The text stands at the top, however tall the field is.
     RECT client{};
     GetClientRect(field, &client);
-    Click(field, {Scaled(6), client.bottom / 2});
+    Click(field, {Scaled(7), std::min<LONG>(client.bottom / 2, Scaled(9))});
     for (int i = 0; i < part; ++i) Tap(VK_RIGHT);
 }
 

@@ -12,6 +12,7 @@ using std::min;
 
 #include "comkit/Handle.h"
 #include "screenhost/ErrorText.h"
+#include "screenhost/TextFile.h"
 #include "screenhost/Units.h"
 #include "screenhost/WideText.h"
 
@@ -56,6 +57,7 @@ comkit::UniqueBitmap Capture(HWND window) {
 }  // namespace
 
 void SaveWindowPicture(HWND window, const std::string& file) {
+    MakeFolderOf(file);
     RedrawWindow(window, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     GdiFlush();
     const comkit::UniqueBitmap bitmap = Capture(window);
