@@ -31,6 +31,8 @@ public:
     /// The control's window became visible.
     virtual void OnShown() = 0;
     virtual void OnUserModeChanged() = 0;
+    /// The control's font object was changed in place.
+    virtual void OnFontChanged() = 0;
     virtual void Terminate() noexcept = 0;
 
     /// The member whose value is kept under a persistence key; DISPID_UNKNOWN where there is none.
@@ -46,6 +48,8 @@ public:
     virtual EventSource& Events() noexcept = 0;
     /// Gives the control its defaults where its container neither loaded it nor asked for a new one.
     virtual void EnsureInitialized() = 0;
+    /// Properties were loaded, or given their defaults.
+    virtual void OnLoaded() = 0;
     /// False: a container that watches the member does not allow a change now.
     virtual bool RequestEdit(DISPID member) = 0;
     /// The window that a dialog of the control belongs to; null where there is none.

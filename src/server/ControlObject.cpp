@@ -9,7 +9,11 @@ ControlObject::ControlObject(const ControlClass& controlClass)
     : m_class(controlClass),
       m_events(*ComObject::Identity(), controlClass.eventInterface),
       m_activation(*this, m_site, controlClass.name),
-      m_persist(*ComObject::Identity(), controlClass),
+      m_font([this] {
+          const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+          m_pCore->OnFontChanged();
+      }),
+      m_persist(*ComObject::Identity(), controlClass, *this),
       m_connections(*ComObject::Identity(), m_events),
       m_control(*ComObject::Identity(), m_events, *this),
       m_oleObject(*ComObject::Identity(), controlClass, *this, m_site, m_activation, *this),
@@ -26,6 +30,7 @@ ControlObject::ControlObject(const ControlClass& controlClass)
 }
 
 ControlObject::~ControlObject() {
+    m_font.Stop();
     m_activation.Deactivate();
     m_events.DropSinks();
     m_pCore->Terminate();
@@ -63,6 +68,16 @@ HRESULT ControlObject::InterfaceSupportsErrorInfo(REFIID iid) {
     return IsEqualIID(iid, m_class.dualInterface) ? S_OK : S_FALSE;
 }
 
+void ControlObject::OnLoaded() {
+    m_font.Watch(m_pCore->Surface().GetFont());
+    m_view.NotifyChanged();
+}
+
+FontPtr ControlObject::AmbientFont() const {
+    FontPtr font = m_site.Font();
+    return font ? font : m_pCore->Surface().GetFont();
+}
+
 bool ControlObject::RequestEdit(DISPID member) {
     return m_persist.IsLoading() || m_events.RequestEdit(member);
 }
@@ -75,7 +90,9 @@ void ControlObject::PropertyChanged(std::u16string_view key) {
     if (m_persist.IsLoading()) return;
     m_persist.MarkDirty();
     const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
-    m_events.RaiseChanged(m_pCore->MemberOfKey(key));
+    const DISPID member = m_pCore->MemberOfKey(key);
+    if (key == u"Font") m_font.Watch(m_pCore->Surface().GetFont());
+    m_events.RaiseChanged(member);
     m_view.NotifyChanged();
 }
 

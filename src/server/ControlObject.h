@@ -17,6 +17,7 @@
 #include "server/ControlCore.h"
 #include "server/ControlPart.h"
 #include "server/EventSource.h"
+#include "server/FontWatch.h"
 #include "server/InPlacePart.h"
 #include "server/OleObjectPart.h"
 #include "server/PersistPart.h"
@@ -49,12 +50,13 @@ private:
     win32::SurfaceSite& SiteOfSurface() noexcept override { return *this; }
     EventSource& Events() noexcept override { return m_events; }
     void EnsureInitialized() override { m_persist.EnsureInitialized(); }
+    void OnLoaded() override;
     bool RequestEdit(DISPID member) override;
     HWND DialogParent() noexcept override;
 
     // Container
     bool UserMode() const override { return m_site.UserMode(); }
-    FontPtr AmbientFont() const override { return m_site.Font(); }
+    FontPtr AmbientFont() const override;
     std::u16string InstanceName() const override { return m_site.InstanceName(); }
     void PropertyChanged(std::u16string_view key) override;
     Point ToContainerPosition(const Point& twips) const override { return m_site.ToContainerPosition(twips); }
@@ -73,6 +75,7 @@ private:
     ClientSite m_site;
     Activation m_activation;
     std::unique_ptr<ControlCore> m_pCore;
+    FontWatch m_font;
     PersistPart m_persist;
     ConnectionPart m_connections;
     ControlPart m_control;

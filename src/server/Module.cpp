@@ -1,6 +1,5 @@
 #include "server/Module.h"
 
-#include <mutex>
 #include <utility>
 #include <vector>
 
@@ -22,9 +21,18 @@ struct Caches {
 };
 
 HINSTANCE g_instance = nullptr;
-// Several apartments may create controls at the same time.
-std::mutex g_cacheLock;
+// Several apartments may create controls at the same time. Not std::mutex: its exception would bring in half a
+// megabyte.
+SRWLOCK g_cacheLock = SRWLOCK_INIT;
 std::unique_ptr<Caches> g_caches;
+
+class CacheLock {
+public:
+    CacheLock() noexcept { AcquireSRWLockExclusive(&g_cacheLock); }
+    CacheLock(const CacheLock&) = delete;
+    CacheLock& operator=(const CacheLock&) = delete;
+    ~CacheLock() { ReleaseSRWLockExclusive(&g_cacheLock); }
+};
 
 /// To be called with the lock held.
 Caches& OpenCaches() {
@@ -58,7 +66,7 @@ std::wstring Module::FileName() {
 }
 
 comkit::ComPtr<ITypeLib> Module::TypeLibrary() {
-    const std::scoped_lock lock(g_cacheLock);
+    const CacheLock lock;
     return OpenCaches().library;
 }
 
@@ -69,7 +77,7 @@ comkit::ComPtr<ITypeInfo> Module::TypeInfo(REFGUID id) {
 }
 
 std::shared_ptr<const DispatchInfo> Module::Dispatch(REFIID dualInterface) {
-    const std::scoped_lock lock(g_cacheLock);
+    const CacheLock lock;
     Caches& caches = OpenCaches();
     for (const CachedDispatch& entry : caches.dispatch)
         if (IsEqualIID(entry.iid, dualInterface)) return entry.info;
@@ -83,7 +91,7 @@ std::shared_ptr<const DispatchInfo> Module::Dispatch(REFIID dualInterface) {
 void Module::DropCaches() noexcept {
     std::unique_ptr<Caches> dropped;
     {
-        const std::scoped_lock lock(g_cacheLock);
+        const CacheLock lock;
         dropped = std::move(g_caches);
     }
 }

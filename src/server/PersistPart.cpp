@@ -38,6 +38,7 @@ void PersistPart::WhileLoading(Step step) {
     m_bInitialized = true;
     const LoadingFlag end{m_bLoading};
     step();
+    m_host.OnLoaded();
     m_bDirty = false;
 }
 

@@ -19,7 +19,8 @@ namespace kiv::server {
 
 class PersistPart final : public comkit::ComPart<IPersistStreamInit, IPersistPropertyBag, IPersistStorage> {
 public:
-    PersistPart(IUnknown& owner, const ControlClass& controlClass) noexcept : ComPart(owner), m_class(controlClass) {}
+    PersistPart(IUnknown& owner, const ControlClass& controlClass, ControlHost& host) noexcept
+        : ComPart(owner), m_class(controlClass), m_host(host) {}
     /// The control, once it exists.
     void Attach(ControlCore& core) noexcept { m_pCore = &core; }
 
@@ -61,6 +62,7 @@ private:
     std::vector<std::byte> Encode() const;
 
     const ControlClass& m_class;
+    ControlHost& m_host;
     ControlCore* m_pCore = nullptr;
     bool m_bLoading = false;
     bool m_bInitialized = false;

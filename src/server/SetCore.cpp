@@ -9,6 +9,7 @@
 #include "setcontrol/SetControl.h"
 #include "win32/LateBoundFramework.h"
 #include "win32/MessageTimer.h"
+#include "win32/OleFont.h"
 #include "win32/RegistrySettings.h"
 #include "win32/SystemClock.h"
 #include "win32/SystemTimeZone.h"
@@ -24,7 +25,10 @@ public:
           m_events(host.Events()),
           m_control({m_surface, host.ContainerSide(), m_clock, m_timeZone, m_timers, m_settings, m_framework},
                     m_events),
-          m_dispatch(host, m_control) {}
+          m_dispatch(host, m_control) {
+        // Whoever asks for the control's font is given an object, whether or not the container has one to offer.
+        m_surface.SetFont(win32::DefaultFont());
+    }
 
     void* FindInterface(REFIID iid) noexcept override { return m_dispatch.Find(iid); }
     win32::ControlSurface& Surface() noexcept override { return m_surface; }
@@ -33,6 +37,7 @@ public:
     void WriteProperties(PropertyBag& bag) const override { m_control.WriteProperties(bag); }
     void OnShown() override { m_control.OnShown(); }
     void OnUserModeChanged() override { m_control.OnUserModeChanged(); }
+    void OnFontChanged() override { m_control.SetFont(m_control.GetFont()); }
     void Terminate() noexcept override { m_control.Terminate(); }
     DISPID MemberOfKey(std::u16string_view key) const noexcept override { return SetMemberOfKey(key); }
 

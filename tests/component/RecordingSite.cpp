@@ -1,0 +1,140 @@
+#include "RecordingSite.h"
+
+#include <algorithm>
+
+namespace component {
+
+namespace {
+
+/// The container's wrapper round a control, with the one member that controls ask for.
+class Extender final : public comkit::ComObject<Extender, IDispatch> {
+public:
+    explicit Extender(std::wstring name) : m_name(std::move(name)) {}
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* out) override {
+        *out = 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** out) override {
+        *out = nullptr;
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID, DISPID* ids) override {
+        if (_wcsicmp(names[0], L"Name") != 0) return DISP_E_UNKNOWNNAME;
+        ids[0] = 0x10000;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                                     UINT*) override {
+        if (id != 0x10000) return DISP_E_MEMBERNOTFOUND;
+        *result = comkit::Variant(m_name.c_str()).Detach();
+        return S_OK;
+    }
+
+private:
+    std::wstring m_name;
+};
+
+}  // namespace
+
+RecordingSite::RecordingSite()
+    : m_window(CreateWindowExW(0, L"STATIC", L"container", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN | WS_VISIBLE, 0, 0,
+                               700, 600, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr)),
+      m_frame(comkit::MakeObject<RecordingFrame>(m_window.Get())) {}
+
+HRESULT RecordingSite::Note(const char* call) {
+    calls.emplace_back(call);
+    return S_OK;
+}
+
+int RecordingSite::Count(const char* call) const {
+    return static_cast<int>(std::count(calls.begin(), calls.end(), call));
+}
+
+HRESULT RecordingSite::GetMoniker(DWORD, DWORD, IMoniker** out) {
+    *out = nullptr;
+    return E_NOTIMPL;
+}
+
+HRESULT RecordingSite::GetContainer(IOleContainer** out) {
+    *out = nullptr;
+    return E_NOINTERFACE;
+}
+
+HRESULT RecordingSite::GetWindow(HWND* out) {
+    *out = m_window.Get();
+    return S_OK;
+}
+
+HRESULT RecordingSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT rect,
+                                        LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
+    *frame = nullptr;
+    *document = nullptr;
+    if (hasFrame) *frame = comkit::ComPtr<RecordingFrame>(m_frame).Detach();
+    *rect = position;
+    GetClientRect(m_window.Get(), clip);
+    info->fMDIApp = FALSE;
+    info->hwndFrame = m_window.Get();
+    info->haccel = nullptr;
+    info->cAccelEntries = 0;
+    return S_OK;
+}
+
+HRESULT RecordingSite::OnPosRectChange(LPCRECT rect) {
+    Note("OnPosRectChange");
+    if (onPosRectChange) onPosRectChange();
+    if (!followsPlace) return S_OK;
+    position = *rect;
+    RECT clip{};
+    GetClientRect(m_window.Get(), &clip);
+    if (const auto object = comkit::ComPtr<IOleInPlaceObject>::From(m_pControl)) object->SetObjectRects(rect, &clip);
+    return S_OK;
+}
+
+HRESULT RecordingSite::GetExtendedControl(IDispatch** out) {
+    *out = nullptr;
+    if (extenderName.empty()) return E_NOTIMPL;
+    *out = comkit::MakeObject<Extender>(extenderName).Detach();
+    return S_OK;
+}
+
+HRESULT RecordingSite::TransformCoords(POINTL* himetric, POINTF* container, DWORD flags) {
+    if (flags != (XFORMCOORDS_POSITION | XFORMCOORDS_HIMETRICTOCONTAINER)) return E_INVALIDARG;
+    container->x = static_cast<float>(himetric->x * unitsPerHimetric);
+    container->y = static_cast<float>(himetric->y * unitsPerHimetric);
+    return S_OK;
+}
+
+HRESULT RecordingSite::TranslateAccelerator(MSG*, DWORD) {
+    Note("TranslateAccelerator");
+    return S_FALSE;
+}
+
+HRESULT RecordingSite::GetTypeInfoCount(UINT* out) {
+    *out = 0;
+    return S_OK;
+}
+
+HRESULT RecordingSite::GetTypeInfo(UINT, LCID, ITypeInfo** out) {
+    *out = nullptr;
+    return E_NOTIMPL;
+}
+
+HRESULT RecordingSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) {
+    switch (id) {
+        case DISPID_AMBIENT_USERMODE:
+            if (!userMode) return DISP_E_MEMBERNOTFOUND;
+            *result = comkit::Variant(*userMode).Detach();
+            return S_OK;
+        case DISPID_AMBIENT_DISPLAYNAME:
+            *result = comkit::Variant(displayName.c_str()).Detach();
+            return S_OK;
+        case DISPID_AMBIENT_FONT:
+            // Some containers have the property and nothing in it.
+            *result = comkit::Variant(font.Get()).Detach();
+            return S_OK;
+        default:
+            return DISP_E_MEMBERNOTFOUND;
+    }
+}
+
+}  // namespace component

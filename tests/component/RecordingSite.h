@@ -1,0 +1,119 @@
+// A container's site that records what a control asks of it and answers as it is told to.
+#pragma once
+
+#include <ocidl.h>
+#include <olectl.h>
+#include <oleidl.h>
+#include <windows.h>
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "comkit/ComObject.h"
+#include "comkit/Handle.h"
+#include "comkit/Variant.h"
+
+namespace component {
+
+/// The container's frame, which learns of the active object.
+class RecordingFrame final : public comkit::ComObject<RecordingFrame, IOleInPlaceFrame> {
+public:
+    explicit RecordingFrame(HWND window) noexcept : m_window(window) {}
+    bool HasActiveObject() const noexcept { return static_cast<bool>(m_pActive); }
+
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* out) override {
+        *out = m_window;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
+    HRESULT STDMETHODCALLTYPE RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
+    HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) override {
+        m_pActive = comkit::ComPtr<IOleInPlaceActiveObject>(object);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE RemoveMenus(HMENU) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
+
+private:
+    HWND m_window;
+    comkit::ComPtr<IOleInPlaceActiveObject> m_pActive;
+};
+
+class RecordingSite final
+    : public comkit::ComObject<RecordingSite, IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch> {
+public:
+    /// What the container is like.
+    std::optional<bool> userMode = true;  ///< nothing: no such ambient property
+    std::wstring extenderName = L"KivSetDateTime1";
+    std::wstring displayName = L"Display1";
+    comkit::ComPtr<IDispatch> font;
+    bool allowsInPlace = true;
+    bool followsPlace = true;  ///< answers OnPosRectChange with SetObjectRects
+    bool hasFrame = true;
+    double unitsPerHimetric = 0.5;
+    RECT position{20, 30, 320, 330};
+    /// Called on OnPosRectChange, before the answer.
+    std::function<void()> onPosRectChange;
+
+    /// What happened, in order, by method name.
+    std::vector<std::string> calls;
+    int Count(const char* call) const;
+    bool IsUiActive() const { return m_frame->HasActiveObject(); }
+    HWND Window() const noexcept { return m_window.Get(); }
+
+    RecordingSite();
+    void Attach(IUnknown* control) noexcept { m_pControl = control; }
+
+    // IOleClientSite
+    HRESULT STDMETHODCALLTYPE SaveObject() override { return Note("SaveObject"); }
+    HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker** out) override;
+    HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer** out) override;
+    HRESULT STDMETHODCALLTYPE ShowObject() override { return Note("ShowObject"); }
+    HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return Note("OnShowWindow"); }
+    HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return Note("RequestNewObjectLayout"); }
+    // IOleInPlaceSite
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* out) override;
+    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return allowsInPlace ? S_OK : S_FALSE; }
+    HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return Note("OnInPlaceActivate"); }
+    HRESULT STDMETHODCALLTYPE OnUIActivate() override { return Note("OnUIActivate"); }
+    HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT rect,
+                                               LPRECT clip, LPOLEINPLACEFRAMEINFO info) override;
+    HRESULT STDMETHODCALLTYPE Scroll(SIZE) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnUIDeactivate(BOOL) override { return Note("OnUIDeactivate"); }
+    HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override { return Note("OnInPlaceDeactivate"); }
+    HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT rect) override;
+    // IOleControlSite
+    HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return Note("OnControlInfoChanged"); }
+    HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch** out) override;
+    HRESULT STDMETHODCALLTYPE TransformCoords(POINTL* himetric, POINTF* container, DWORD flags) override;
+    HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override;
+    HRESULT STDMETHODCALLTYPE OnFocus(BOOL gained) override { return Note(gained ? "OnFocus(1)" : "OnFocus(0)"); }
+    HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
+    // IDispatch: the ambient properties
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* out) override;
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** out) override;
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
+                                     UINT*) override;
+
+private:
+    HRESULT Note(const char* call);
+
+    comkit::UniqueWindow m_window;
+    comkit::ComPtr<RecordingFrame> m_frame;
+    IUnknown* m_pControl = nullptr;
+};
+
+}  // namespace component
