@@ -112,19 +112,24 @@ void HostedControl::Connect() {
     OnAccelerators();
 }
 
+/// The file's size where it has one, else the control's own; and the control may want more than it was given.
+void HostedControl::SizeAtOpening() {
+    SIZEL own{};
+    const bool hasOwn = SUCCEEDED(m_control->GetExtent(DVASPECT_CONTENT, &own)) && own.cx > 0 && own.cy > 0;
+    SIZEL asked{HimetricFromPixels(WidthOf(m_pixels)), HimetricFromPixels(HeightOf(m_pixels))};
+    if (hasOwn && !m_section.Find(PlaceKeys[2])) asked.cx = own.cx;
+    if (hasOwn && !m_section.Find(PlaceKeys[3])) asked.cy = own.cy;
+    m_control->SetExtent(DVASPECT_CONTENT, &asked);
+    SIZEL taken{};
+    if (FAILED(m_control->GetExtent(DVASPECT_CONTENT, &taken)) || taken.cx <= 0 || taken.cy <= 0) taken = asked;
+    RECT pixels = m_pixels;
+    pixels.right = pixels.left + PixelsFromHimetric(taken.cx);
+    pixels.bottom = pixels.top + PixelsFromHimetric(taken.cy);
+    TakePixels(pixels);
+}
+
 void HostedControl::Activate() {
-    SIZEL extent{HimetricFromPixels(WidthOf(m_pixels)), HimetricFromPixels(HeightOf(m_pixels))};
-    const bool sized = m_section.Find(PlaceKeys[2]) && m_section.Find(PlaceKeys[3]);
-    if (sized) m_control->SetExtent(DVASPECT_CONTENT, &extent);
-    // The control may want more than it was given.
-    SIZEL wanted{};
-    if (SUCCEEDED(m_control->GetExtent(DVASPECT_CONTENT, &wanted)) && wanted.cx > 0 && wanted.cy > 0 &&
-        (wanted.cx != extent.cx || wanted.cy != extent.cy)) {
-        RECT pixels = m_pixels;
-        pixels.right = pixels.left + PixelsFromHimetric(wanted.cx);
-        pixels.bottom = pixels.top + PixelsFromHimetric(wanted.cy);
-        TakePixels(pixels);
-    }
+    SizeAtOpening();
     comkit::ThrowIfFailed(
         m_control->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, m_site.Get(), 0, m_context.view, &m_pixels));
     m_inPlace = m_control.As<IOleInPlaceObject>();
@@ -150,17 +155,17 @@ void HostedControl::Close() noexcept {
     m_accelerators = {};
 }
 
-void HostedControl::Save() {
+void HostedControl::SaveTo(ScreenSection& section) {
     if (!IsOpen()) return;
     std::string last = ProgIdKey;
     for (std::size_t side = 0; side < PlaceKeys.size(); ++side) {
-        m_section.Put(PlaceKeys[side], static_cast<std::int32_t>(std::lround(m_twips[side])), last);
+        section.Put(PlaceKeys[side], static_cast<std::int32_t>(std::lround(m_twips[side])), last);
         last = PlaceKeys[side];
     }
     const auto persist = m_control.As<IPersistPropertyBag>();
     if (!persist) return;
-    SectionUpdate update(m_section, m_knownKeys, last);
-    const auto bag = comkit::MakeObject<SectionBag>(m_section, update, *m_context.log);
+    SectionUpdate update(section, m_knownKeys, last);
+    const auto bag = comkit::MakeObject<SectionBag>(section, update, *m_context.log);
     const HRESULT hr = persist->Save(bag.Get(), TRUE, FALSE);
     const std::vector<std::string> written = bag->KnownKeys();
     bag->Close();

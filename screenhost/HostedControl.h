@@ -49,8 +49,9 @@ public:
     bool IsOpen() const noexcept { return static_cast<bool>(m_control); }
     const std::string& Failure() const noexcept { return m_failure; }
 
-    /// Writes place and keys into the section. A control that could not be opened leaves its section as it is.
-    void Save();
+    /// Writes place and keys into the section, or into a copy of it. A control that could not be opened writes nothing.
+    void Save() { SaveTo(m_section); }
+    void SaveTo(ScreenSection& section);
 
     std::string Name() const override { return m_section.Name(); }
     std::string ProgId() const;
@@ -73,6 +74,7 @@ private:
     void Load();
     void Connect();
     void Place();
+    void SizeAtOpening();
     void Activate();
     bool HasOwnKeys() const;
     void OnEvent(const EventCall& call);

@@ -112,8 +112,12 @@ void ScreenView::SwitchMode(bool userMode) {
 }
 
 std::string ScreenView::SavedText() {
-    for (const auto& control : m_controls) control->Save();
-    return m_file.Text();
+    // What happened at run time must not become the layout to which design mode returns.
+    ScreenFile copy = m_file;
+    ScreenFile& file = m_context.userMode ? copy : m_file;
+    for (const auto& control : m_controls)
+        if (ScreenSection* section = file.FindControl(control->Name())) control->SaveTo(*section);
+    return file.Text();
 }
 
 std::string ScreenView::Title() {

@@ -137,6 +137,8 @@ HRESULT SectionBag::Write(LPCOLESTR name, VARIANT* value) {
     if (!m_update) return E_UNEXPECTED;
     return comkit::Guarded([&] {
         const std::string key = Narrow(std::wstring_view(name));
+        // No object is the same as no entry.
+        if (IsObject(value->vt) && !value->punkVal) return S_OK;
         try {
             m_update->Write(key, ValueFromVariant(*value));
             Remember(key);

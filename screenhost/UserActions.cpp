@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cctype>
+#include <cstdlib>
 #include <optional>
 #include <vector>
 
@@ -174,6 +175,20 @@ bool TakePrefix(std::string& text, std::string_view prefix) {
 
 }  // namespace
 
+/// Two single clicks must not be taken for a double click.
+void UserActions::WaitOutDoubleClick(HWND window, POINT point) {
+    using std::chrono::steady_clock;
+    const auto single = m_lastClick + std::chrono::milliseconds(GetDoubleClickTime() + 20);
+    const bool isNear = std::abs(point.x - m_lastPoint.x) <= GetSystemMetrics(SM_CXDOUBLECLK) &&
+                        std::abs(point.y - m_lastPoint.y) <= GetSystemMetrics(SM_CYDOUBLECLK);
+    const auto now = steady_clock::now();
+    if (window == m_lastWindow && isNear && now < single)
+        m_pump.RunFor(std::chrono::duration_cast<std::chrono::milliseconds>(single - now));
+    m_lastWindow = window;
+    m_lastPoint = point;
+    m_lastClick = steady_clock::now();
+}
+
 void UserActions::Click(HWND window, POINT point) {
     if (!IsReallyEnabled(window)) throw TextError(DescribeWindow(window) + " is disabled");
     POINT screen = point;
@@ -250,7 +265,9 @@ void UserActions::ChooseTimePart(HWND field, int part) {
     // The text stands at the top, however tall the field is.
     RECT client{};
     GetClientRect(field, &client);
-    Click(field, {Scaled(7), std::min<LONG>(client.bottom / 2, Scaled(9))});
+    const POINT point{Scaled(7), std::min<LONG>(client.bottom / 2, Scaled(9))};
+    WaitOutDoubleClick(field, point);
+    Click(field, point);
     for (int i = 0; i < part; ++i) Tap(VK_RIGHT);
 }
 

@@ -32,12 +32,16 @@ public:
 
 private:
     void Click(HWND window, POINT point);
+    void WaitOutDoubleClick(HWND window, POINT point);
     void Tap(WPARAM key);
     void TurnToMonth(HWND calendar, const CivilDate& date);
     void ChooseTimePart(HWND field, int part);
 
     MessagePump& m_pump;
     HWND m_main;
+    HWND m_lastWindow = nullptr;
+    POINT m_lastPoint{};
+    std::chrono::steady_clock::time_point m_lastClick;
 };
 
 }  // namespace screenhost
