@@ -169,13 +169,19 @@ void HiddenControlModel::Deliver(const QueuedValue& queued) {
 
 std::shared_ptr<HiddenControlModel> FrameworkSimulation::CreateHiddenControl(ValueHandler handler) {
     CheckInjectedFailure();
+    ForgetEndedControls();
     auto control = std::make_shared<HiddenControlModel>(*this, std::move(handler));
     m_controls.push_back(control);
     return control;
 }
 
-std::vector<std::shared_ptr<HiddenControlModel>> FrameworkSimulation::LivingControls() {
+/// A weak reference keeps the memory of what it refers to.
+void FrameworkSimulation::ForgetEndedControls() noexcept {
     std::erase_if(m_controls, [](const auto& control) { return control.expired(); });
+}
+
+std::vector<std::shared_ptr<HiddenControlModel>> FrameworkSimulation::LivingControls() {
+    ForgetEndedControls();
     std::vector<std::shared_ptr<HiddenControlModel>> living;
     living.reserve(m_controls.size());
     for (const auto& control : m_controls) living.push_back(control.lock());

@@ -108,6 +108,7 @@ public:
     void CheckInjectedFailure();
 
 private:
+    void ForgetEndedControls() noexcept;
     std::vector<std::shared_ptr<HiddenControlModel>> LivingControls();
 
     DeviceModel& m_device;

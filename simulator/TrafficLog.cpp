@@ -5,20 +5,21 @@
 namespace vexa {
 
 void TrafficLog::Add(std::u16string line) {
-    m_lines.push_back(std::move(line));
-    if (m_lines.size() <= Capacity) return;
-    m_lines.pop_front();
-    ++m_dropped;
+    if (m_lines.size() < Capacity)
+        m_lines.push_back(std::move(line));
+    else
+        m_lines[m_count % Capacity] = std::move(line);
+    ++m_count;
 }
 
 void TrafficLog::Clear() noexcept {
     m_lines.clear();
-    m_dropped = 0;
+    m_count = 0;
 }
 
 const std::u16string* TrafficLog::Line(std::size_t index) const noexcept {
-    if (index < m_dropped || index - m_dropped >= m_lines.size()) return nullptr;
-    return &m_lines[index - m_dropped];
+    const std::size_t dropped = m_count - m_lines.size();
+    return index < dropped || index >= m_count ? nullptr : &m_lines[index % Capacity];
 }
 
 }  // namespace vexa

@@ -11,25 +11,25 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
 #include <string>
+#include <vector>
 
 namespace vexa {
 
 class TrafficLog {
 public:
-    static constexpr std::size_t Capacity = 5000;
+    static constexpr std::size_t Capacity = 2000;
 
     void Add(std::u16string line);
     void Clear() noexcept;
     /// Lines since the last Clear, the dropped ones included.
-    std::size_t Count() const noexcept { return m_dropped + m_lines.size(); }
+    std::size_t Count() const noexcept { return m_count; }
     /// Null for a line that was dropped or not yet written.
     const std::u16string* Line(std::size_t index) const noexcept;
 
 private:
-    std::deque<std::u16string> m_lines;
-    std::size_t m_dropped = 0;
+    std::vector<std::u16string> m_lines;  ///< line n stands at n modulo Capacity
+    std::size_t m_count = 0;
 };
 
 }  // namespace vexa

@@ -153,6 +153,27 @@ TEST_F(SimulatorEvents, ElementsThatOutliveTheirHiddenControlAreReadableAndSilen
     EXPECT_TRUE(ObjectIn(Call(*element, L"DataElement")));
 }
 
+TEST_F(SimulatorEvents, ManyHiddenControlsOneAfterTheOtherLeaveNoMemoryBehind) {
+    std::string arrived;
+    const auto live = [&] {
+        const auto hidden = MakeHidden();
+        const auto help = server.Make(L"KivUserServicesObjs.HelpDefinition");
+        const auto collection = server.Make(L"KivUserServicesObjs.Collection");
+        Connect(hidden.Get(), ValueEvents, Collect(arrived));
+        for (std::int16_t index = 2; index < 8; ++index) {
+            Bind(*hidden, index, u"nvoHour");
+            Call(*collection, L"Add", ObjectIn(Call(*hidden, L"Element", index)).Get());
+        }
+    };
+    const auto blocksAfter = [&](int cycles) {
+        for (int i = 0; i < cycles; ++i) live();
+        Call(*device, L"ClearLog");
+        return CountHeapBlocks();
+    };
+    const std::size_t before = blocksAfter(50);
+    EXPECT_EQ(blocksAfter(300), before);
+}
+
 TEST_F(SimulatorEvents, HelpDefinitionRaisesItsFourEvents) {
     const auto help = server.Make(L"KivUserServicesObjs.HelpDefinition");
     std::string arrived;

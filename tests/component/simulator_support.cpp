@@ -136,6 +136,18 @@ bool PumpUntil(const std::function<bool()>& done, std::chrono::milliseconds long
     return true;
 }
 
+std::size_t CountHeapBlocks() {
+    HANDLE heaps[64];
+    const DWORD count = GetProcessHeaps(static_cast<DWORD>(std::size(heaps)), heaps);
+    std::size_t blocks = 0;
+    for (DWORD i = 0; i < count; ++i) {
+        PROCESS_HEAP_ENTRY entry{};
+        while (HeapWalk(heaps[i], &entry))
+            if ((entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0) ++blocks;
+    }
+    return blocks;
+}
+
 std::string Text(const Variant& value) {
     Variant text;
     // The system only reads the source, though its declaration does not say so.

@@ -86,6 +86,9 @@ inline constexpr IID HelpEvents = {0xFE9BE7ED, 0x29D7, 0x4317, {0xAF, 0x7E, 0x15
 /// Runs the message loop until done says so, or the time is over; whether it was done.
 bool PumpUntil(const std::function<bool()>& done, std::chrono::milliseconds longest = std::chrono::seconds(5));
 
+/// Blocks in use in all heaps of the process.
+std::size_t CountHeapBlocks();
+
 std::string Text(const comkit::Variant& value);
 
 /// The object inside a result.
