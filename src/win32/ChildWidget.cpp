@@ -27,9 +27,8 @@ void ChildWidget::Open() {
     if (!m_bEnabled) description.style |= WS_DISABLED;
     if (WantsTabStop()) description.style |= WS_TABSTOP;
     OpenWindow(description);
-    // Native children ignore most of their colours while they are themed.
-    if (!WantsTheme()) SetWindowTheme(Window(), L"", L"");
-    ApplyFont();
+    if (NeedsThemeOff()) SetWindowTheme(Window(), L"", L"");
+    ApplyFont(false);
     OnOpened();
 }
 
@@ -105,15 +104,15 @@ void ChildWidget::PutFont(const FontPtr& font) {
     OnFontChanged();
 }
 
-void ChildWidget::ApplyFont() {
+void ChildWidget::ApplyFont(bool redraw) {
     m_pGdiFont = FindGdiFont(TraitsOrDefault(m_pFont), Context()->dpi);
-    SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(m_pGdiFont->Handle()), TRUE);
+    SendMessageW(Window(), WM_SETFONT, reinterpret_cast<WPARAM>(m_pGdiFont->Handle()), redraw);
 }
 
 void ChildWidget::UpdateFont() {
     // A month calendar under Wine loses a font with each WM_SETFONT: only what really changes is sent.
     const GdiFontPtr former = m_pGdiFont;
-    if (former != FindGdiFont(TraitsOrDefault(m_pFont), Context()->dpi)) ApplyFont();
+    if (former != FindGdiFont(TraitsOrDefault(m_pFont), Context()->dpi)) ApplyFont(true);
 }
 
 }  // namespace kiv::win32

@@ -58,13 +58,14 @@ protected:
     virtual void OnColorChanged();
     virtual void OnFontChanged() {}
     virtual bool WantsTabStop() const noexcept { return true; }
-    virtual bool WantsTheme() const noexcept { return false; }
+    /// The native class ignores the widget's colours while it is themed.
+    virtual bool NeedsThemeOff() const noexcept { return false; }
 
     void MoveWindowToBounds();
     HFONT FontHandle() const noexcept { return m_pGdiFont ? m_pGdiFont->Handle() : nullptr; }
 
 private:
-    void ApplyFont();
+    void ApplyFont(bool redraw);
     void UpdateFont();
 
     WidgetWindow& m_parent;

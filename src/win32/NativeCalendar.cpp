@@ -73,7 +73,11 @@ void NativeCalendar::SetTrailingForeColor(OleColor color) {
 }
 
 void NativeCalendar::ApplyColor(WPARAM part, OleColor color) const {
-    if (Window()) SendMessageW(Window(), MCM_SETCOLOR, part, static_cast<LPARAM>(ColorRefOf(color)));
+    if (!Window()) return;
+    const COLORREF wanted = ColorRefOf(color);
+    // Each set repaints; most colours are what a new calendar has already.
+    if (static_cast<COLORREF>(SendMessageW(Window(), MCM_GETCOLOR, part, 0)) != wanted)
+        SendMessageW(Window(), MCM_SETCOLOR, part, static_cast<LPARAM>(wanted));
 }
 
 void NativeCalendar::ApplyColors() const {

@@ -32,6 +32,7 @@ public:
 
 private:
     WindowDescription Describe() const override;
+    bool NeedsThemeOff() const noexcept override { return true; }
     void OnOpened() override;
     void KeepState() override;
     Rect EffectiveBounds() const override;

@@ -21,6 +21,7 @@ public:
 
 private:
     WindowDescription Describe() const override;
+    bool NeedsThemeOff() const noexcept override { return true; }
     void OnOpened() override;
     void KeepState() override;
     void OnCommand(WORD code) override;

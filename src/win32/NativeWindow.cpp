@@ -10,7 +10,13 @@ namespace kiv::win32 {
 
 namespace {
 constexpr UINT_PTR SubclassId = 0x4B49;
-constexpr const wchar_t* ReferenceProperty = L"KivDateTime.NativeWindow";
+
+// Asked of any window: ours answer with their NativeWindow, all others with 0. Cheaper to have than a window property.
+UINT WhoAreYou() noexcept {
+    static const UINT id = RegisterWindowMessageW(L"KivDateTime.NativeWindow");
+    return id;
+}
+
 }  // namespace
 
 std::shared_ptr<NativeWindow> NativeWindow::Create(Owner& owner, const WindowDescription& description) {
@@ -30,8 +36,7 @@ std::shared_ptr<NativeWindow> NativeWindow::Create(Owner& owner, const WindowDes
 }
 
 void NativeWindow::Hook(HWND window) {
-    if (!SetPropW(window, ReferenceProperty, this) ||
-        !SetWindowSubclass(window, &Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this)))
+    if (!SetWindowSubclass(window, &Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this)))
         throw comkit::ComError(E_OUTOFMEMORY);
 }
 
@@ -65,7 +70,9 @@ void NativeWindow::DestroyIfDue() noexcept {
 }
 
 NativeWindow::Owner* NativeWindow::OwnerOf(HWND window) noexcept {
-    const auto* const native = static_cast<const NativeWindow*>(GetPropW(window, ReferenceProperty));
+    // A window of another thread is none of ours, and would make this one wait.
+    if (GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId()) return nullptr;
+    const auto* const native = reinterpret_cast<const NativeWindow*>(SendMessageW(window, WhoAreYou(), 0, 0));
     return native ? native->m_pOwner : nullptr;
 }
 
@@ -80,11 +87,11 @@ LRESULT NativeWindow::Dispatch(const Message& message) {
 
 LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR,
                                          DWORD_PTR reference) noexcept {
+    if (id == WhoAreYou()) return static_cast<LRESULT>(reference);
     const std::shared_ptr<NativeWindow> self = reinterpret_cast<NativeWindow*>(reference)->shared_from_this();
     const Message message{window, id, wParam, lParam};
     LRESULT result = 0;
     if (id == WM_NCDESTROY) {
-        RemovePropW(window, ReferenceProperty);
         RemoveWindowSubclass(window, &Procedure, SubclassId);
         result = self->CallNative(message);
         if (window == self->m_window) {
