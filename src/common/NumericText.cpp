@@ -98,7 +98,8 @@ std::optional<std::int32_t> Round(const Decimal& number) {
     }
     if (wholeDigits < number.digits.size()) {
         const std::u16string_view rest = std::u16string_view(number.digits).substr(wholeDigits);
-        const bool beyondHalf = rest[0] > u'5' || (rest[0] == u'5' && rest.find_first_not_of(u'0', 1) != rest.npos);
+        const bool beyondHalf =
+            rest[0] > u'5' || (rest[0] == u'5' && rest.find_first_not_of(u'0', 1) != std::u16string_view::npos);
         const bool half = rest[0] == u'5' && !beyondHalf;
         if (beyondHalf || (half && magnitude % 2 != 0)) ++magnitude;
     }

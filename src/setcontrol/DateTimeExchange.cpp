@@ -133,6 +133,8 @@ void DateTimeExchange::LoadDeviceDateTime() {
     if (!Attempt([&] { m_context.Raise([&](SetControlEvents& e) { e.GetDeviceDateTime(dtNow, enableDst); }); })) {
         Attempt([&] { dtNow = OleDate{ToOleDate(m_context.Platform().clock.Now())}; });
     }
+    // The handler may have chosen the PC's clock.
+    if (FollowsPC()) return;
     Attempt([&] { m_context.Children().mvDate->SetValue(ToDateTime(dtNow).date); });
     Attempt([&] { m_context.Children().dtpTimeSP->SetValue(ToDateTime(dtNow)); });
     Attempt([&] { ShowDaylightSaving(enableDst); });
@@ -160,6 +162,8 @@ void DateTimeExchange::WriteDateTimeToDevice() {
 }
 
 void DateTimeExchange::WriteNumber(std::int16_t element, std::int32_t number) {
+    // A call into the framework may have come back and bound the elements for reading again.
+    if (m_context.State().m_bDataInUpload) return;
     Attempt([&] {
         const auto definition = m_framework.Definition(m_framework.Element(element));
         m_context.Life().CallOut([&] { definition->WriteValue(ToText(number), NoDisplay, UseCurrent); });

@@ -39,16 +39,24 @@ void SetControlBindings::RefreshActiveBindings() {
 void SetControlBindings::RebindTimeElements() {
     if (!IsUserMode()) return;
     for (std::int16_t element = SetElement::Hour; element <= SetElement::Year; ++element) {
-        const bool upload = DataInUpload();
-        m_slots.Push(SlotForTimeElement(element, upload));
-        DataElementPtr dataElement;
-        Attempt([&] { dataElement = m_framework.Element(element); });
-        if (!dataElement) continue;
-        Attempt([&] {
-            const auto definition = m_framework.Definition(dataElement);
-            m_context.Life().CallOut([&] { definition->SetWriteEnabled(!upload); });
-        });
+        bool upload = false;
+        // Done again where a call into the framework came back and switched the direction meanwhile.
+        do {
+            upload = DataInUpload();
+            Rebind(element, upload);
+        } while (upload != DataInUpload());
     }
+}
+
+void SetControlBindings::Rebind(std::int16_t element, bool upload) {
+    m_slots.Push(SlotForTimeElement(element, upload));
+    DataElementPtr dataElement;
+    Attempt([&] { dataElement = m_framework.Element(element); });
+    if (!dataElement) return;
+    Attempt([&] {
+        const auto definition = m_framework.Definition(dataElement);
+        m_context.Life().CallOut([&] { definition->SetWriteEnabled(!upload); });
+    });
 }
 
 void SetControlBindings::PushAll() {

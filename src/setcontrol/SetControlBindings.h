@@ -58,6 +58,7 @@ private:
 
     void RefreshActiveBindings();
     void RebindTimeElements();
+    void Rebind(std::int16_t element, bool upload);
 
     SetControlContext& m_context;
     FrameworkLink& m_framework;

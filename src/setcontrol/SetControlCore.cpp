@@ -52,6 +52,8 @@ void SetControlCore::EndLoad() {
     m_context.State().m_bLoaded = true;
     if (m_context.State().IsRunning()) LoadRememberedChoice();
     m_layout.ApplyMode();
+    // It may have changed while properties were loaded, and was then not looked at.
+    OnUserModeChanged();
 }
 
 void SetControlCore::InitProperties() {

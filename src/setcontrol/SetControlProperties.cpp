@@ -262,6 +262,8 @@ bool SetControlProperties::DataInUpload() const {
 void SetControlProperties::SetDataInUpload(bool upload) {
     if (!m_context.State().m_bUserMode) throw HostError(ErrorNumber::PropertyReadOnly);
     m_bindings.SwitchDirection(upload);
+    // Whoever was called meanwhile may have switched back; that call has done its own part.
+    if (m_bindings.DataInUpload() != upload) return;
     if (upload) {
         m_context.State().m_edited = {};
     } else {

@@ -184,7 +184,7 @@ TEST_F(SetControlBindingsTest, AnElementThatCannotBeHadIsLeftOutAndTheRestGoesOn
     world.framework.TakeCalls();
     world.framework.fails = [](const std::string& call) { return call == "element 5"; };
     control->SetDataInUpload(false);
-    for (const std::string& call : world.framework.TakeCalls()) EXPECT_EQ(call.find(" 5"), call.npos) << call;
+    for (const std::string& call : world.framework.TakeCalls()) EXPECT_EQ(call.find(" 5"), std::string::npos) << call;
     EXPECT_EQ(control->DataVariableName(11), u"nviSetMonth");
 }
 

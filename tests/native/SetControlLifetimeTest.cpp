@@ -141,6 +141,55 @@ TEST_F(SetControlLifetimeTest, EveryActionMayReenterWithEveryOther) {
     }
 }
 
+TEST_F(SetControlLifetimeTest, SwitchingBackInTheMiddleOfAWriteWritesNothingMore) {
+    for (const std::string moment : {"enable 4 True", "value 6 30"}) {
+        Prepare();
+        bool switched = false;
+        world.framework.fails = [&](const std::string& call) {
+            if (call == moment && !std::exchange(switched, true)) control->SetDataInUpload(true);
+            return false;
+        };
+        control->SetDataInUpload(false);
+        EXPECT_TRUE(control->DataInUpload());
+        std::string lastEnable;
+        for (const std::string& call : world.framework.TakeCalls()) {
+            if (call.starts_with("enable 4")) lastEnable = call;
+            EXPECT_FALSE(call.starts_with("value 7") || call.starts_with("value 2")) << moment << ": " << call;
+        }
+        EXPECT_EQ(lastEnable, "enable 4 False");
+        EXPECT_EQ(world.framework.definitions[7].variableName, u"nvoYear");
+        control.reset();
+    }
+}
+
+TEST_F(SetControlLifetimeTest, AHandlerThatChoosesThePCsClockWhenAskedForTheDeviceIsNotOverruled) {
+    Prepare();
+    const CivilDate shown = Calendar().Value();
+    host.answer = OleDate{40000};
+    host.onEvent = [this](const std::string& event) {
+        if (event == "GetDeviceDateTime") control->SetUsePCDateTime(true);
+    };
+    control->SetEnabled(true);
+    EXPECT_EQ(Calendar().Value(), shown);
+    EXPECT_EQ(Dst().Value(), 1);
+    EXPECT_EQ(world.timers.EnabledCount(), 1U);
+}
+
+TEST_F(SetControlLifetimeTest, AModeChangeInTheMiddleOfALoadCountsAtItsEnd) {
+    Prepare();
+    control.reset();
+    Create();
+    host.onEvent = [this](const std::string& event) {
+        if (event != "GetDeviceDateTime") return;
+        world.container.userMode = false;
+        control->OnUserModeChanged();
+    };
+    control->ReadProperties(BoundBag());
+    EXPECT_EQ(ErrorOf([&] { control->SetMode(1); }), 0);
+    EXPECT_EQ(world.framework.living, 0);
+    EXPECT_EQ(world.timers.EnabledCount(), 0U);
+}
+
 TEST_F(SetControlLifetimeTest, AControlDestroyedInsideATickEndsItsTimer) {
     Prepare();
     control->SetUsePCDateTime(true);
