@@ -54,6 +54,8 @@ void Activation::EnterPlace() {
         comkit::ThrowIfFailed(place->GetWindowContext(m_pFrame.Put(), m_pDocument.Put(), &m_position, &clip, &info));
         win32::ControlSurface& surface = m_pCore->Surface();
         surface.Activate(parent, m_position);
+        // Asked for another place, the container may have ended it all.
+        if (!m_bActive) surface.Deactivate();
         if (HWND window = surface.Window()) ClipWindow(window, m_position, clip);
     } catch (...) {
         LeavePlace();

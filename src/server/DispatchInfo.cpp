@@ -155,6 +155,8 @@ HRESULT DispatchInfo::Invoke(void* instance, DISPID id, WORD flags, const DISPPA
     const HRESULT hr = m_pType->Invoke(instance, id, flags, &passed, result ? &answer.Get() : nullptr, info, argument);
     if (SUCCEEDED(hr)) {
         if (unwrapped) unwrapped->WriteBack();
+        // The same bits: script languages have no unsigned 32-bit numbers.
+        if (answer.Type() == VT_UI4) answer.Get().vt = VT_I4;
         if (result) *result = answer.Detach();
     } else if (result) {
         VariantInit(result);

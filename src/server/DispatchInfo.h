@@ -4,6 +4,7 @@
 //    call, given the new value;
 //  - a property that is asked for as a method is got;
 //  - after a failure the result is empty, not what was left over;
+//  - a colour is handed out as a signed number, the only kind that scripts know;
 //  - an error that an earlier call left on the thread is not taken for this call's.
 //
 // One instance serves all objects and apartments; it does not change after construction.

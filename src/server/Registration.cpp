@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "comkit/Errors.h"
@@ -15,7 +16,7 @@ namespace kiv::server {
 
 namespace {
 
-constexpr const wchar_t* ClassesPath = L"Software\\Classes";
+constexpr std::wstring_view ClassesPath = L"Software\\Classes";
 #ifdef _WIN64
 constexpr REGSAM OtherBitness = KEY_WOW64_32KEY;
 #else
@@ -30,13 +31,6 @@ void ThrowIfError(LSTATUS status) {
     if (status != ERROR_SUCCESS) throw comkit::ComError(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
 }
 
-comkit::UniqueRegKey OpenClasses(RegistrationScope scope) {
-    comkit::UniqueRegKey key;
-    ThrowIfError(
-        RegCreateKeyExW(BaseOf(scope), ClassesPath, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, key.Put(), nullptr));
-    return key;
-}
-
 bool IsEmpty(HKEY key) noexcept {
     DWORD keys = 0;
     DWORD values = 0;
@@ -45,9 +39,14 @@ bool IsEmpty(HKEY key) noexcept {
     return status == ERROR_SUCCESS && keys == 0 && values == 0;
 }
 
-/// Deletes a key and the keys above it, up to the first that still holds something.
+std::wstring ClassesKey(const std::wstring& key) {
+    return std::wstring(ClassesPath) + L"\\" + key;
+}
+
+/// Deletes a key and the keys above it, up to the first that still holds something; a user need not have the root of
+/// all classes either.
 void DeleteWhileEmpty(HKEY root, std::wstring path) noexcept {
-    while (!path.empty()) {
+    while (path.size() >= ClassesPath.size()) {
         comkit::UniqueRegKey key;
         if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, key.Put()) == ERROR_SUCCESS) {
             if (!IsEmpty(key.Get())) return;
@@ -70,8 +69,9 @@ public:
     }
 
     void Write(const RegistryEntry& entry) {
-        const comkit::UniqueRegKey key = CreateKey(entry.key);
-        if (entry.text) WriteValue(key.Get(), entry);
+        const std::wstring path = ClassesKey(entry.key);
+        const comkit::UniqueRegKey key = CreateKey(path);
+        if (entry.text) WriteValue(key.Get(), path, entry);
     }
     void Keep() noexcept { m_steps.clear(); }
 
@@ -94,17 +94,20 @@ private:
             step.key = path.substr(0, end);
             m_steps.reserve(m_steps.size() + 1);
             DWORD disposition = 0;
-            ThrowIfError(RegCreateKeyExW(m_root, step.key.c_str(), 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr,
-                                         key.Put(), &disposition));
+            // The keys above the root of all classes exist, and need not be writable.
+            const bool exists = step.key.size() < ClassesPath.size();
+            const REGSAM access = exists ? KEY_READ : KEY_READ | KEY_WRITE;
+            ThrowIfError(
+                RegCreateKeyExW(m_root, step.key.c_str(), 0, nullptr, 0, access, nullptr, key.Put(), &disposition));
             step.keyIsNew = disposition == REG_CREATED_NEW_KEY;
             if (step.keyIsNew) m_steps.push_back(std::move(step));
         }
         return key;
     }
 
-    void WriteValue(HKEY key, const RegistryEntry& entry) {
+    void WriteValue(HKEY key, const std::wstring& path, const RegistryEntry& entry) {
         Step step;
-        step.key = entry.key;
+        step.key = path;
         step.name = entry.name;
         DWORD size = 0;
         step.hadValue = RegQueryValueExW(key, entry.name.c_str(), nullptr, &step.type, nullptr, &size) == ERROR_SUCCESS;
@@ -138,7 +141,7 @@ private:
 
 void RemoveValue(HKEY root, const RegistryEntry& entry) {
     comkit::UniqueRegKey key;
-    const LSTATUS opened = RegOpenKeyExW(root, entry.key.c_str(), 0, KEY_READ | KEY_WRITE, key.Put());
+    const LSTATUS opened = RegOpenKeyExW(root, ClassesKey(entry.key).c_str(), 0, KEY_READ | KEY_WRITE, key.Put());
     if (opened == ERROR_FILE_NOT_FOUND) return;
     ThrowIfError(opened);
     if (!entry.text) return;
@@ -150,32 +153,30 @@ void RemoveEntries(HKEY root, const std::vector<RegistryEntry>& entries, bool sh
     for (const RegistryEntry& entry : entries)
         if (entry.shared == shared) RemoveValue(root, entry);
     for (auto entry = entries.rbegin(); entry != entries.rend(); ++entry)
-        if (entry->shared == shared) DeleteWhileEmpty(root, entry->key);
+        if (entry->shared == shared) DeleteWhileEmpty(root, ClassesKey(entry->key));
 }
 
 bool OtherBitnessRegistered(RegistrationScope scope) {
     const auto keys = ServerKeys();
     return std::any_of(keys.begin(), keys.end(), [scope](const std::wstring& key) {
-        const std::wstring path = std::wstring(ClassesPath) + L"\\" + key;
         comkit::UniqueRegKey opened;
-        return RegOpenKeyExW(BaseOf(scope), path.c_str(), 0, KEY_READ | OtherBitness, opened.Put()) == ERROR_SUCCESS;
+        return RegOpenKeyExW(BaseOf(scope), ClassesKey(key).c_str(), 0, KEY_READ | OtherBitness, opened.Put()) ==
+               ERROR_SUCCESS;
     });
 }
 
 }  // namespace
 
 void RegisterServer(RegistrationScope scope) {
-    const comkit::UniqueRegKey root = OpenClasses(scope);
-    RegistryTransaction transaction(root.Get());
+    RegistryTransaction transaction(BaseOf(scope));
     for (const RegistryEntry& entry : ServerEntries(Module::FileName())) transaction.Write(entry);
     transaction.Keep();
 }
 
 void UnregisterServer(RegistrationScope scope) {
-    const comkit::UniqueRegKey root = OpenClasses(scope);
     const auto entries = ServerEntries(Module::FileName());
-    RemoveEntries(root.Get(), entries, false);
-    if (!OtherBitnessRegistered(scope)) RemoveEntries(root.Get(), entries, true);
+    RemoveEntries(BaseOf(scope), entries, false);
+    if (!OtherBitnessRegistered(scope)) RemoveEntries(BaseOf(scope), entries, true);
 }
 
 }  // namespace kiv::server

@@ -145,11 +145,11 @@ TEST_F(Embedding, AnActiveControlAsksItsContainerForTheRoomThatItNeeds) {
     EXPECT_GT(site->Count("OnPosRectChange"), asked);
     EXPECT_GT(WindowSize().cx, size.cx);
 
-    const RECT larger{0, 0, 650, 500};
+    const RECT larger{0, 0, 900, 500};
     EXPECT_EQ(S_OK, As<IOleInPlaceObject>()->SetObjectRects(&larger, &larger));
-    EXPECT_EQ(650, WindowSize().cx);
+    EXPECT_EQ(900, WindowSize().cx);
     EXPECT_EQ(500, WindowSize().cy);
-    EXPECT_NEAR(650 * 2540 / 96, Extent().cx, 30);
+    EXPECT_NEAR(900 * 2540 / 96, Extent().cx, 30);
 }
 
 TEST_F(Embedding, AContainerThatKeepsItsPlaceIsNotOverruled) {

@@ -41,7 +41,7 @@ CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, std::vecto
 
 std::wstring Text(const VARIANT& value) {
     comkit::Variant text;
-    if (FAILED(text.ConvertFrom(value, VT_BSTR))) return L"(no text)";
+    if (FAILED(VariantChangeType(text.Put(), const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, VT_BSTR))) return L"(no text)";
     return std::wstring(comkit::ToWide(comkit::ViewOf(text.Get().bstrVal)));
 }
 
