@@ -18,8 +18,8 @@ src/server      : platform common setcontrol showcontrol pages win32 comkit fram
 comkit          : -                                                                     : -
 framework       : -                                                                     : -
 headless        : platform common setcontrol showcontrol simulator                      : -
-simulator       : framework comkit                                                      : VexaSimulator.h
-screenhost      : framework comkit                                                      : KivDateTime.h VexaSimulator.h
+simulator       : framework comkit                                                      : Vexa.h VexaSimulator.h
+screenhost      : framework comkit                                                      : KivDateTime.h Vexa.h VexaSimulator.h
 '
 portable='platform common setcontrol showcontrol pages headless'
 
