@@ -132,7 +132,7 @@ public:
     }
 
     double Real() {
-        const double value = std::bit_cast<double>(Number<std::uint64_t>());
+        const auto value = std::bit_cast<double>(Number<std::uint64_t>());
         if (!std::isfinite(value)) Refuse();
         return value;
     }

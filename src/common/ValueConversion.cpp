@@ -1,8 +1,9 @@
 #include "common/ValueConversion.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <cmath>
+#include <cstdio>
 #include <optional>
 #include <type_traits>
 
@@ -49,12 +50,14 @@ bool EqualsIgnoringCase(std::u16string_view text, std::u16string_view lowerCase)
     return true;
 }
 
+/// Up to 15 digits, with a point whatever the process's locale. (The C++ way to this needs tables of 280 KB.)
 std::u16string DoubleText(double number) {
     if (!std::isfinite(number)) ThrowTypeMismatch();
     std::array<char, 32> buffer{};
-    const auto result =
-        std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::general, 15);
-    return {buffer.data(), result.ptr};
+    const int length = std::snprintf(buffer.data(), buffer.size(), "%.15g", number);
+    std::u16string text(buffer.data(), buffer.data() + length);
+    std::ranges::replace(text, u',', u'.');
+    return text;
 }
 
 }  // namespace

@@ -162,6 +162,20 @@ TEST_F(SetControlLifetimeTest, SwitchingBackInTheMiddleOfAWriteWritesNothingMore
     }
 }
 
+TEST_F(SetControlLifetimeTest, SwitchingToWritingInTheMiddleOfASwitchToReadingKeepsTheUsersEdits) {
+    Prepare();
+    Dst().UserToggles();
+    bool switched = false;
+    world.framework.fails = [&](const std::string& call) {
+        if (call == "enable 4 False" && !std::exchange(switched, true)) control->SetDataInUpload(false);
+        return false;
+    };
+    control->SetDataInUpload(true);
+    EXPECT_FALSE(control->DataInUpload());
+    world.framework.Deliver(1, u"0");
+    EXPECT_EQ(Dst().Value(), 1);
+}
+
 TEST_F(SetControlLifetimeTest, AHandlerThatChoosesThePCsClockWhenAskedForTheDeviceIsNotOverruled) {
     Prepare();
     const CivilDate shown = Calendar().Value();
