@@ -59,6 +59,10 @@ int ControlSurface::Dpi() const noexcept {
     return m_pImpl->Context()->dpi;
 }
 
+void ControlSurface::Draw(HDC dc, const RECT& bounds) {
+    m_pImpl->Draw(dc, bounds);
+}
+
 Rect ControlSurface::Bounds() const {
     return {0, 0, m_pImpl->m_size.width, m_pImpl->m_size.height};
 }

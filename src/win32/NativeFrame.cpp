@@ -38,12 +38,9 @@ std::optional<LRESULT> NativeFrame::HandleInstead(const Message& message) {
     switch (message.id) {
         case WM_NCHITTEST:
             return HTCLIENT;
-        case WM_ERASEBKGND: {
-            RECT area{};
-            GetClientRect(message.window, &area);
-            FillWithColor(reinterpret_cast<HDC>(message.wParam), area, GetBack());
+        // All of it is painted at once, in WM_PAINT.
+        case WM_ERASEBKGND:
             return 1;
-        }
         case WM_PAINT:
         case WM_PRINTCLIENT:
             Paint(PaintScope(message).Dc());
@@ -74,6 +71,7 @@ void NativeFrame::Paint(HDC dc) const {
     const comkit::GdiSelection font(dc, FontHandle());
     RECT border{};
     GetClientRect(Window(), &border);
+    FillWithColor(dc, border, GetBack());
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc, &metrics);
     border.top += metrics.tmHeight / 2;

@@ -1,6 +1,7 @@
 #include "win32/SurfaceWindow.h"
 
 #include "comkit/Errors.h"
+#include "comkit/Handle.h"
 #include "win32/ChildWidget.h"
 #include "win32/Dpi.h"
 #include "win32/InputMessages.h"
@@ -8,6 +9,7 @@
 #include "win32/OleColors.h"
 #include "win32/PaintScope.h"
 #include "win32/SurfaceClass.h"
+#include "win32/SurfacePicture.h"
 
 namespace kiv::win32 {
 
@@ -67,7 +69,6 @@ void ControlSurface::Impl::OpenWindows(HWND parent, const RECT& pixels) {
 
 void ControlSurface::Impl::Close() noexcept {
     const auto context = Context();
-    if (!context->window) return;
     context->deactivating = true;
     for (ChildWidget* const child : context->children) child->PrepareToClose();
     CloseWindow();
@@ -76,6 +77,27 @@ void ControlSurface::Impl::Close() noexcept {
     context->focus = nullptr;
     context->focusTold = false;
     context->deactivating = false;
+}
+
+void ControlSurface::Impl::Draw(HDC dc, const RECT& bounds) {
+    if (Window()) {
+        DrawWindowTree(Window(), dc, bounds);
+        return;
+    }
+    // The windows are made for the moment, inside one that is never shown, and nobody is told anything of it.
+    const comkit::UniqueWindow host(CreateWindowExW(0, SurfaceClass::Name(), L"", WS_POPUP, 0, 0, 0, 0, nullptr,
+                                                    nullptr, ModuleInstance(), nullptr));
+    if (!host) throw comkit::ComError(comkit::LastErrorResult());
+    const auto context = Context();
+    context->deactivating = true;
+    try {
+        OpenWindows(host.Get(), PixelEdges({0, 0, m_size.width, m_size.height}, context->dpi));
+        DrawWindowTree(Window(), dc, bounds);
+    } catch (...) {
+        Close();
+        throw;
+    }
+    Close();
 }
 
 void ControlSurface::Impl::UseDpi(int dpi) {
@@ -117,14 +139,14 @@ WidgetWindow& ControlSurface::Impl::ParentFor(Widget& parent) {
 
 std::optional<LRESULT> ControlSurface::Impl::HandleInstead(const Message& message) {
     switch (message.id) {
-        case WM_ERASEBKGND: {
+        case WM_ERASEBKGND:
+            return 1;
+        case WM_PAINT:
+        case WM_PRINTCLIENT: {
+            const PaintScope scope(message);
             RECT area{};
             GetClientRect(message.window, &area);
-            FillWithColor(reinterpret_cast<HDC>(message.wParam), area, m_back);
-            return 1;
-        }
-        case WM_PAINT: {
-            const PaintScope scope(message);
+            FillWithColor(scope.Dc(), area, m_back);
             return 0;
         }
         case WM_SYSCOLORCHANGE:

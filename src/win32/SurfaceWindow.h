@@ -27,6 +27,7 @@ public:
     void TakeSize(const Size& size);
     void SetOwnSize(const Size& size);
     void UseDpi(int dpi);
+    void Draw(HDC dc, const RECT& bounds);
     WidgetWindow& ParentFor(Widget& parent);
 
     Size m_size;

@@ -1,0 +1,69 @@
+#include "win32/SurfacePicture.h"
+
+#include "comkit/Handle.h"
+
+namespace kiv::win32 {
+
+namespace {
+
+/// A bitmap to draw into, as large as a window.
+class Canvas {
+public:
+    Canvas(HDC like, const SIZE& size) noexcept
+        : m_dc(CreateCompatibleDC(like)),
+          m_bitmap(CreateCompatibleBitmap(like, size.cx, size.cy)),
+          m_selection(m_dc.Get(), m_bitmap.Get()) {}
+    HDC Dc() const noexcept { return m_dc.Get(); }
+
+private:
+    comkit::UniqueMemoryDc m_dc;
+    comkit::UniqueBitmap m_bitmap;
+    comkit::GdiSelection m_selection;
+};
+
+// Each window into a bitmap of its own: Wine's buttons clip wrongly in a device context whose origin was moved.
+void PaintClient(HWND window, HDC dc, POINT origin) {
+    RECT inside{};
+    GetClientRect(window, &inside);
+    const Canvas canvas(dc, {inside.right, inside.bottom});
+    SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Dc()), 0);
+    SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.Dc()), PRF_CLIENT);
+    BitBlt(dc, origin.x, origin.y, inside.right, inside.bottom, canvas.Dc(), 0, 0, SRCCOPY);
+}
+
+// Window by window: WM_PRINT, which could do it all in one, leaves out children and borders under Wine.
+void PaintTree(HWND window, HDC dc, POINT origin) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    POINT client{0, 0};
+    ClientToScreen(window, &client);
+    if (client.x != place.left || client.y != place.top) {
+        RECT edge{origin.x, origin.y, origin.x + place.right - place.left, origin.y + place.bottom - place.top};
+        DrawEdge(dc, &edge, EDGE_SUNKEN, BF_RECT);
+    }
+    PaintClient(window, dc, {origin.x + client.x - place.left, origin.y + client.y - place.top});
+    const HWND first = GetWindow(window, GW_CHILD);
+    for (HWND child = first ? GetWindow(first, GW_HWNDLAST) : nullptr; child; child = GetWindow(child, GW_HWNDPREV)) {
+        if (!(GetWindowLongPtrW(child, GWL_STYLE) & WS_VISIBLE)) continue;
+        RECT childPlace{};
+        GetWindowRect(child, &childPlace);
+        PaintTree(child, dc, {origin.x + childPlace.left - place.left, origin.y + childPlace.top - place.top});
+    }
+}
+
+}  // namespace
+
+void DrawWindowTree(HWND window, HDC dc, const RECT& bounds) {
+    RECT place{};
+    GetWindowRect(window, &place);
+    const SIZE size{place.right - place.left, place.bottom - place.top};
+    // Through a bitmap: native children know no other scale than pixels.
+    const comkit::WindowDc screen(nullptr);
+    const Canvas canvas(screen.Get(), size);
+    PaintTree(window, canvas.Dc(), {0, 0});
+    SetStretchBltMode(dc, HALFTONE);
+    StretchBlt(dc, bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top, canvas.Dc(), 0, 0,
+               size.cx, size.cy, SRCCOPY);
+}
+
+}  // namespace kiv::win32
