@@ -17,6 +17,9 @@ public:
     FrameworkLink(Framework& framework, std::int16_t elementCount, DeviceValueListener& listener,
                   const Lifeline& lifeline);
 
+    /// Whether there is any use in asking: false once the hidden control could not be made. To ask all the same fails.
+    bool MayAnswer() const noexcept { return !m_bUnavailable; }
+
     /// Data element object of an element, never null. Throws when the framework fails; the caller has made sure that
     /// the control is in run mode.
     DataElementPtr Element(std::int16_t index);
