@@ -130,7 +130,8 @@ TEST_F(ShowControlLifetimeTest, EveryActionMayReenterWithEveryOtherAtEveryCall) 
     for (const auto& [outerName, outer] : Actions()) {
         for (const auto& [innerName, inner] : Actions()) {
             SCOPED_TRACE(outerName + " / " + innerName);
-            for (int n = 1;; ++n) {
+            // The first calls are the ones that differ; a load makes a hundred that are alike.
+            for (int n = 1;; n += n < 5 ? 1 : n) {
                 Prepare();
                 bool reached = false;
                 HookCallsOut(n, [&, this] {
@@ -152,7 +153,6 @@ TEST_F(ShowControlLifetimeTest, EveryActionMayReenterWithEveryOtherAtEveryCall) 
                 EXPECT_EQ(value.left, caption.width);
                 EXPECT_EQ(world.area.Bounds().width, caption.width + value.width);
                 EXPECT_NE(Text().find("Jul"), std::string::npos) << Text();
-                if (n > 40) break;  // the long ones repeat themselves
             }
         }
     }
