@@ -125,18 +125,20 @@ TEST_F(SetControlLifetimeTest, TheControlMayBeDestroyedInsideAnyCallThatItMakes)
 TEST_F(SetControlLifetimeTest, EveryActionMayReenterWithEveryOther) {
     for (const auto& [outerName, outer] : Actions()) {
         for (const auto& [innerName, inner] : Actions()) {
-            SCOPED_TRACE(outerName + " / " + innerName);
-            Prepare();
-            HookCallsOut(1, [&, this] { inner(*this); });
-            outer(*this);
-            HookCallsOut(0, nullptr);
-            // Still a control in its right mind.
-            control->SetCaption(u"alive");
-            EXPECT_EQ(control->Caption(), u"alive");
-            world.surface.Resize({1, 1});
-            EXPECT_GT(world.surface.Bounds().width, 1000);
-            control.reset();
-            EXPECT_EQ(world.framework.living, 0);
+            for (const int n : {1, 2, 3, 5, 20}) {
+                SCOPED_TRACE(outerName + " / " + innerName + " at call " + std::to_string(n));
+                Prepare();
+                HookCallsOut(n, [&, this] { inner(*this); });
+                outer(*this);
+                HookCallsOut(0, nullptr);
+                // Still a control in its right mind.
+                control->SetCaption(u"alive");
+                EXPECT_EQ(control->Caption(), u"alive");
+                world.surface.Resize({1, 1});
+                EXPECT_GT(world.surface.Bounds().width, 1000);
+                control.reset();
+                EXPECT_EQ(world.framework.living, 0);
+            }
         }
     }
 }
