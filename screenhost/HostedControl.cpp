@@ -71,8 +71,11 @@ void HostedControl::Open() {
 
 void HostedControl::Create() {
     if (ProgId().empty()) throw TextError("the section has no ProgID");
+    comkit::ComPtr<IUnknown> object;
     comkit::ThrowIfFailed(CoCreateInstance(m_context.resolve(ProgId()), nullptr, CLSCTX_INPROC_SERVER,
-                                           __uuidof(IOleObject), m_control.PutVoid()));
+                                           __uuidof(IUnknown), object.PutVoid()));
+    m_control = object.As<IOleObject>();
+    if (!m_control) throw TextError(ProgId() + " is no control");
     m_dispatch = m_control.As<IDispatch>();
     m_site = comkit::MakeObject<ControlSite>(static_cast<SiteOwner&>(*this));
     m_extender = comkit::MakeObject<screenhost::Extender>(static_cast<ExtenderOwner&>(*this));
@@ -308,7 +311,7 @@ void HostedControl::OnEvent(const EventCall& call) {
 }
 
 /// Hands the simulated device's clock to a control that asks for it. Without a device the event stays unanswered.
-void HostedControl::SupplyDeviceDateTime(const EventCall& call) {
+void HostedControl::SupplyDeviceDateTime(const EventCall& call) const {
     VARIANT* const now = call.Argument("dtNow");
     VARIANT* const daylightSaving = call.Argument("bEnableDST");
     if (!m_context.device->IsConnected() || !now || now->vt != (VT_BYREF | VT_VARIANT)) return;

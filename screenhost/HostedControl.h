@@ -78,7 +78,7 @@ private:
     void Activate();
     bool HasOwnKeys() const;
     void OnEvent(const EventCall& call);
-    void SupplyDeviceDateTime(const EventCall& call);
+    void SupplyDeviceDateTime(const EventCall& call) const;
     void TakePixels(const RECT& pixels);
 
     // SiteOwner

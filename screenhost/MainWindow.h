@@ -37,6 +37,8 @@ public:
     void SetQuiet(bool quiet) noexcept { m_bQuiet = quiet; }
 
 private:
+    static constexpr int SmallestWidth = 560;  ///< at 96 dots to the inch
+
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void OnCommand(int command);
     void OnExchange(bool upload);
@@ -69,7 +71,7 @@ private:
     HACCEL m_accelerators = nullptr;
     std::unique_ptr<ScreenView> m_view;
     std::optional<LogPanel> m_logPanel;
-    int m_logHeight = 0;
+    int m_logHeight;
     bool m_bOpen = false;
     bool m_bQuiet = false;
     bool m_bSplitting = false;

@@ -198,7 +198,7 @@ void ScriptPlayer::TypeTime(const ScriptStep& step) {
 }
 
 void ScriptPlayer::Press(const ScriptStep& step) {
-    m_user.ClickCaption(m_window.Handle(), step.Text(0));
+    m_user.ClickButton(step.Text(0));
 }
 
 void ScriptPlayer::Key(const ScriptStep& step) {

@@ -39,15 +39,14 @@ std::string DescribeWindow(HWND window) {
     return caption.empty() ? Narrow(ClassOf(window)) : "\"" + caption + "\"";
 }
 
+BOOL CALLBACK AddToList(HWND window, LPARAM list) {
+    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
+    return TRUE;
+}
+
 std::vector<HWND> Descendants(HWND root) {
     std::vector<HWND> result;
-    EnumChildWindows(
-        root,
-        [](HWND window, LPARAM list) -> BOOL {
-            reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&result));
+    EnumChildWindows(root, &AddToList, reinterpret_cast<LPARAM>(&result));
     std::erase_if(result, [](HWND window) { return !IsWindowVisible(window); });
     return result;
 }
@@ -58,12 +57,12 @@ HWND ChildOfClass(HWND root, const wchar_t* className) {
     throw TextError("there is no visible " + Narrow(std::wstring_view(className)));
 }
 
-HWND ChildWithCaption(HWND root, std::string caption) {
+HWND FindCaption(const std::vector<HWND>& windows, std::string caption) {
     std::erase(caption, '&');
     HWND partial = nullptr;
     int partialCount = 0;
     std::string seen;
-    for (HWND window : Descendants(root)) {
+    for (HWND window : windows) {
         const std::string found = CaptionOf(window);
         if (found.empty()) continue;
         if (EqualWithoutCase(found, caption)) return window;
@@ -213,7 +212,18 @@ void UserActions::Click(HWND window, POINT point) {
 }
 
 void UserActions::ClickCaption(HWND root, const std::string& caption) {
-    const HWND window = ChildWithCaption(root, caption);
+    ClickAtText(FindCaption(Descendants(root), caption));
+}
+
+void UserActions::ClickButton(const std::string& caption) {
+    std::vector<HWND> own = Descendants(m_main);
+    std::erase_if(own, [this](HWND window) {
+        return GetAncestor(window, GA_PARENT) != m_main || lstrcmpiW(ClassOf(window).c_str(), WC_BUTTONW) != 0;
+    });
+    ClickAtText(FindCaption(own, caption));
+}
+
+void UserActions::ClickAtText(HWND window) {
     RECT client{};
     GetClientRect(window, &client);
     // Near the left edge: a check box may be much wider than its text.
@@ -222,11 +232,13 @@ void UserActions::ClickCaption(HWND root, const std::string& caption) {
 
 void UserActions::TurnToMonth(HWND calendar, const CivilDate& date) {
     const int wanted = date.year * 12 + date.month - 1;
+    std::optional<POINT> point;
     for (int turned = 0; ShownMonth(calendar) != wanted; ++turned) {
         const int shown = ShownMonth(calendar);
         if (turned >= MostMonths) throw TextError("the calendar does not reach that month");
         const UINT arrow = shown < wanted ? MCHT_TITLEBTNNEXT : MCHT_TITLEBTNPREV;
-        const auto point = FindInCalendar(calendar, [&](const Hit& hit) { return hit.what == arrow; });
+        const auto isArrow = [arrow](const Hit& hit) { return hit.what == arrow; };
+        if (!point || !isArrow(HitCalendar(calendar, *point))) point = FindInCalendar(calendar, isArrow);
         if (!point) throw TextError("the calendar has no arrow in its title");
         Click(calendar, *point);
         if (!m_pump.RunUntil([&] { return ShownMonth(calendar) != shown; }, ReactionTime))

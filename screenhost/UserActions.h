@@ -23,6 +23,8 @@ public:
     /// Clicks the visible child window that has this caption (ampersands do not count; the beginning is enough where it
     /// is the only one).
     void ClickCaption(HWND root, const std::string& caption);
+    /// The same for a button of the host's own.
+    void ClickButton(const std::string& caption);
     /// Pages a month calendar to the day's month by the arrows of its title, then clicks the day.
     void PickDay(HWND root, const CivilDate& date);
     /// Types into a time field, part by part.
@@ -31,6 +33,7 @@ public:
     void PressKey(const std::string& key);
 
 private:
+    void ClickAtText(HWND window);
     void Click(HWND window, POINT point);
     void WaitOutDoubleClick(HWND window, POINT point);
     void Tap(WPARAM key);
