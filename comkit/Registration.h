@@ -12,7 +12,6 @@
 #include <algorithm>
 #include <iterator>
 #include <optional>
-#include <ranges>
 #include <string>
 #include <utility>
 #include <vector>
@@ -90,8 +89,9 @@ inline void RemoveValue(HKEY root, const RegistryEntry& entry) {
 inline void RemoveEntries(HKEY root, const std::vector<RegistryEntry>& entries, bool shared) {
     for (const RegistryEntry& entry : entries)
         if (entry.shared == shared) RemoveValue(root, entry);
-    for (const RegistryEntry& entry : std::views::reverse(entries))
+    std::for_each(entries.rbegin(), entries.rend(), [&](const RegistryEntry& entry) {
         if (entry.shared == shared) DeleteWhileEmpty(root, entry.key);
+    });
 }
 
 }  // namespace detail
@@ -104,7 +104,7 @@ public:
     RegistryTransaction(const RegistryTransaction&) = delete;
     RegistryTransaction& operator=(const RegistryTransaction&) = delete;
     ~RegistryTransaction() {
-        for (const Step& step : std::views::reverse(m_steps)) Undo(step);
+        std::for_each(m_steps.rbegin(), m_steps.rend(), [this](const Step& step) { Undo(step); });
     }
 
     void Write(const RegistryEntry& entry) {

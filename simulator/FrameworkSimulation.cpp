@@ -60,7 +60,7 @@ std::optional<std::u16string> TryRead(const DeviceModel& device, const ElementDe
 /// Sets a flag for as long as it lives.
 class Polling {
 public:
-    explicit Polling(bool& flag) noexcept : m_flag(flag) { m_flag = true; }
+    explicit Polling(bool& flag) noexcept : m_flag(flag) { flag = true; }
     Polling(const Polling&) = delete;
     Polling& operator=(const Polling&) = delete;
     ~Polling() { m_flag = false; }

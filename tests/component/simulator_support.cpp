@@ -151,7 +151,7 @@ std::size_t CountHeapBlocks() {
 std::string Text(const Variant& value) {
     Variant text;
     // The system only reads the source, though its declaration does not say so.
-    VARIANT* const source = const_cast<VARIANT*>(&value.Get());
+    auto* const source = const_cast<VARIANT*>(&value.Get());
     if (FAILED(VariantChangeType(&text.Get(), source, 0, VT_BSTR))) return "(no text)";
     const std::u16string_view view = comkit::ViewOf(text.Get().bstrVal);
     return {view.begin(), view.end()};
