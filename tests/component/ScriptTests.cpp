@@ -1,0 +1,56 @@
+// A script client: creates the control by ProgID and reads and sets every property.
+#include <string>
+
+#include "ControlFixture.h"
+
+namespace component {
+namespace {
+
+/// Runs a command line to its end with its output in a file.
+bool RunToItsEnd(std::wstring commandLine, const std::wstring& outputFile) {
+    SECURITY_ATTRIBUTES inherit{sizeof(inherit), nullptr, TRUE};
+    const comkit::UniqueKernelHandle output(CreateFileW(outputFile.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit,
+                                                        CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    STARTUPINFOW startup{};
+    startup.cb = sizeof(startup);
+    startup.dwFlags = STARTF_USESTDHANDLES;
+    startup.hStdOutput = output.Get();
+    startup.hStdError = output.Get();
+    PROCESS_INFORMATION process{};
+    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
+        return false;
+    const comkit::UniqueKernelHandle main(process.hThread);
+    const comkit::UniqueKernelHandle handle(process.hProcess);
+    return WaitForSingleObject(handle.Get(), 60000) == WAIT_OBJECT_0;
+}
+
+std::wstring ScriptFile() {
+    std::string folder = KIV_SOURCE_DIR "/tests/component/scripts/set-control.vbs";
+    for (char& c : folder)
+        if (c == '/') c = '\\';
+    return (folder.starts_with("\\") ? L"Z:" : L"") + std::wstring(folder.begin(), folder.end());
+}
+
+TEST(Script, ReadsAndSetsEveryPropertyByProgId) {
+    ForgetRememberedChoice();
+    ASSERT_EQ(S_OK, Server::Get().Register());
+    wchar_t folder[MAX_PATH];
+    GetSystemDirectoryW(folder, MAX_PATH);
+    const std::wstring command = std::wstring(L"\"") + folder + L"\\cscript.exe\" //nologo \"" + ScriptFile() + L"\"";
+    GetTempPathW(MAX_PATH, folder);
+    const std::wstring outputFile = std::wstring(folder) + L"kiv-script.txt";
+    EXPECT_TRUE(RunToItsEnd(command, outputFile));
+    EXPECT_EQ(S_OK, Server::Get().Unregister());
+    ForgetRememberedChoice();
+
+    comkit::UniqueKernelHandle file(
+        CreateFileW(outputFile.c_str(), GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr));
+    std::string text(4096, '\0');
+    DWORD length = 0;
+    ReadFile(file.Get(), text.data(), static_cast<DWORD>(text.size()), &length, nullptr);
+    text.resize(length);
+    EXPECT_NE(std::string::npos, text.find("SCRIPT PASSED")) << text;
+}
+
+}  // namespace
+}  // namespace component
