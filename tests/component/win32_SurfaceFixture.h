@@ -144,22 +144,8 @@ protected:
     }
     /// The first child window of a class below the surface, in the order of creation.
     HWND Find(const wchar_t* className, int skip = 0) const {
-        struct Search {
-            const wchar_t* name;
-            int skip;
-            HWND found;
-        } search{className, skip, nullptr};
-        EnumChildWindows(
-            parts->surface.Window(),
-            [](HWND window, LPARAM parameter) -> BOOL {
-                auto& s = *reinterpret_cast<Search*>(parameter);
-                wchar_t name[64] = {};
-                GetClassNameW(window, name, 64);
-                if (lstrcmpiW(name, s.name) != 0 || s.skip-- > 0) return TRUE;
-                s.found = window;
-                return FALSE;
-            },
-            reinterpret_cast<LPARAM>(&search));
+        Search search{className, skip, nullptr};
+        EnumChildWindows(parts->surface.Window(), &VisitWindow, reinterpret_cast<LPARAM>(&search));
         return search.found;
     }
     HWND CalendarWindow() const { return Find(L"SysMonthCal32"); }
@@ -181,6 +167,21 @@ protected:
     HWND host = nullptr;
     EventLog log;
     std::unique_ptr<Arrangement> parts;
+
+private:
+    struct Search {
+        const wchar_t* name;
+        int skip;
+        HWND found;
+    };
+    static BOOL CALLBACK VisitWindow(HWND window, LPARAM parameter) {
+        auto& search = *reinterpret_cast<Search*>(parameter);
+        wchar_t name[64] = {};
+        GetClassNameW(window, name, 64);
+        if (lstrcmpiW(name, search.name) != 0 || search.skip-- > 0) return TRUE;
+        search.found = window;
+        return FALSE;
+    }
 };
 
 }  // namespace kiv::win32::test

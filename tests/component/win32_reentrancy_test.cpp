@@ -13,7 +13,7 @@ namespace kiv::win32::test {
 namespace {
 
 struct UserAct {
-    const char* name;   ///< of the line at which the listener strikes
+    const char* name;  ///< of the line at which the listener strikes
     std::function<void(HWND calendar, HWND time, HWND spin, HWND box, HWND frame)> act;
 };
 
@@ -129,32 +129,35 @@ TEST_F(ReentrancyTest, ResizingMayDestroyTheControlBeforeItsWindowsAreMade) {
     EXPECT_EQ(parts, nullptr);
 }
 
-TEST_F(ReentrancyTest, WindowsEndedWhileNativeCodeRunsGoWhenItHasReturned) {
-    Activate();
-    const HWND calendar = CalendarWindow();
-    const POINT corner{10, 10};
-    // The context menu of the native calendar runs a message loop of its own, and this timer strikes inside it.
-    static std::unique_ptr<Arrangement>* control = nullptr;
-    static bool aliveInside = false;
-    control = &parts;
-    static HWND window = nullptr;
-    window = calendar;
-    const UINT_PTR timer = SetTimer(nullptr, 0, 100, [](HWND, UINT, UINT_PTR id, DWORD) {
+/// Strikes inside the message loop that the native calendar's own menu runs.
+struct MenuStrike {
+    static inline std::unique_ptr<Arrangement>* control = nullptr;
+    static inline HWND window = nullptr;
+    static inline bool aliveInside = false;
+    static void CALLBACK OnTimer(HWND, UINT, UINT_PTR id, DWORD) {
         KillTimer(nullptr, id);
         control->reset();
         aliveInside = IsWindow(window) != FALSE;
         EndMenu();
-    });
+    }
+};
+
+TEST_F(ReentrancyTest, WindowsEndedWhileNativeCodeRunsGoWhenItHasReturned) {
+    Activate();
+    const HWND calendar = CalendarWindow();
+    MenuStrike::control = &parts;
+    MenuStrike::window = calendar;
+    MenuStrike::aliveInside = false;
+    const UINT_PTR timer = SetTimer(nullptr, 0, 100, &MenuStrike::OnTimer);
     ASSERT_NE(timer, 0u);
     SetFocus(calendar);
-    SendMessageW(calendar, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(corner.x, corner.y));
-    if (parts) SendMessageW(calendar, WM_RBUTTONUP, 0, MAKELPARAM(corner.x, corner.y));
+    SendMessageW(calendar, WM_RBUTTONDOWN, MK_RBUTTON, MAKELPARAM(10, 10));
+    if (parts) SendMessageW(calendar, WM_RBUTTONUP, 0, MAKELPARAM(10, 10));
     if (parts) {
-        // No menu came up: a calendar that has none.
         KillTimer(nullptr, timer);
         GTEST_SKIP() << "the native calendar shows no menu here";
     }
-    EXPECT_TRUE(aliveInside) << "its own code was still running";
+    EXPECT_TRUE(MenuStrike::aliveInside) << "its own code was still running";
     EXPECT_FALSE(IsWindow(calendar)) << "and now it has returned";
 }
 

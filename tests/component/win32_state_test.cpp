@@ -222,6 +222,34 @@ TEST_F(StateTest, PaintedPixelsHaveTheColoursThatWereSet) {
     EXPECT_EQ(pixel(ButtonWindow(1), box.right - 2, box.bottom / 2), RGB(1, 2, 3));
 }
 
+TEST_F(StateTest, ThePictureWithoutWindowsIsThePictureWithThem) {
+    parts->daylight->SetValue(1);
+    parts->useSystem->SetEnabled(false);
+    parts->calendar->SetMonthBackColor(RGB(200, 255, 200));
+    parts->time->SetValue({{2026, 2, 14}, {10, 30, 0}});
+    const RECT size = PixelSize();
+    const auto picture = [&] {
+        const comkit::WindowDc screen(nullptr);
+        const comkit::UniqueMemoryDc dc(CreateCompatibleDC(screen.Get()));
+        const comkit::UniqueBitmap bitmap(CreateCompatibleBitmap(screen.Get(), size.right, size.bottom));
+        const comkit::GdiSelection selection(dc.Get(), bitmap.Get());
+        parts->surface.Draw(dc.Get(), size);
+        std::vector<COLORREF> pixels;
+        for (int y = 0; y < size.bottom; ++y)
+            for (int x = 0; x < size.right; ++x) pixels.push_back(GetPixel(dc.Get(), x, y));
+        return pixels;
+    };
+    log.lines.clear();
+    const std::vector<COLORREF> without = picture();
+    EXPECT_EQ(log.lines, std::vector<std::string>{}) << "drawing tells nothing";
+    EXPECT_EQ(parts->surface.Window(), nullptr);
+    EXPECT_GT(std::count(without.begin(), without.end(), RGB(200, 255, 200)), 1000);
+    Activate();
+    EXPECT_TRUE(picture() == without);
+    parts->daylight->SetValue(0);
+    EXPECT_FALSE(picture() == without) << "the check mark shows";
+}
+
 }  // namespace
 
 }  // namespace kiv::win32::test
