@@ -39,7 +39,7 @@ void Grow(const ShowControlMeasures& m, Twips left, Twips& caption, Twips& value
 }
 
 Twips CommonHeight(const ShowControlMeasures& m) {
-    Twips height = std::max<Twips>(
+    auto height = std::max<Twips>(
         {m.control.height, static_cast<Twips>(m.minimum.captionHeight), static_cast<Twips>(m.minimum.valueHeight)});
     if (m.sizeSetExplicitly) height = std::max({height, m.caption.height, m.value.height});
     return height;
