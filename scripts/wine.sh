@@ -55,7 +55,7 @@ fill_prefix() {
         "$wineserver" -w
 }
 
-set_registry() { in_wine reg add "$1" /v "$2" /t "$3" /d "$4" /f; }
+set_registry() { in_wine reg add "$1" /v "$2" /t "$3" /d "$4" /f >/dev/null; }
 
 # set_managed Y|N: whether a window manager has the windows.
 set_managed() { set_registry 'HKCU\Software\Wine\X11 Driver' Managed REG_SZ "$1"; }
