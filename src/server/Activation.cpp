@@ -15,19 +15,6 @@ bool ContainsFocus(HWND window) noexcept {
     return focus && (focus == window || IsChild(window, focus));
 }
 
-/// Limits a window to what its container leaves visible; a window that is whole gets no region.
-void ClipWindow(HWND window, const RECT& position, const RECT& clip) noexcept {
-    RECT visible{};
-    IntersectRect(&visible, &position, &clip);
-    if (EqualRect(&visible, &position) || IsRectEmpty(&clip)) {
-        SetWindowRgn(window, nullptr, TRUE);
-        return;
-    }
-    OffsetRect(&visible, -position.left, -position.top);
-    // The window owns the region from here on.
-    SetWindowRgn(window, CreateRectRgnIndirect(&visible), TRUE);
-}
-
 }  // namespace
 
 void Activation::Activate() {
@@ -56,7 +43,7 @@ void Activation::EnterPlace() {
         surface.Activate(parent, m_position);
         // Asked for another place, the container may have ended it all.
         if (!m_bActive) surface.Deactivate();
-        if (HWND window = surface.Window()) ClipWindow(window, m_position, clip);
+        if (HWND window = surface.Window()) ClipWindow(window, clip);
     } catch (...) {
         LeavePlace();
         throw;
@@ -65,6 +52,7 @@ void Activation::EnterPlace() {
 
 void Activation::LeavePlace() noexcept {
     m_bActive = false;
+    m_bClipped = false;
     m_pCore->Surface().Deactivate();
     m_pFrame.Reset();
     m_pDocument.Reset();
@@ -114,8 +102,23 @@ void Activation::Deactivate() noexcept {
     if (m_bActive) LeavePlace();
 }
 
+void Activation::ClipWindow(HWND window, const RECT& clip) noexcept {
+    RECT visible{};
+    IntersectRect(&visible, &m_position, &clip);
+    const bool clips = !IsRectEmpty(&clip) && !EqualRect(&visible, &m_position);
+    // A region costs a round trip to the system and a repaint: a window that needs none is left alone.
+    if (!clips && !m_bClipped) return;
+    OffsetRect(&visible, -m_position.left, -m_position.top);
+    // The window owns the region from here on.
+    SetWindowRgn(window, clips ? CreateRectRgnIndirect(&visible) : nullptr, TRUE);
+    m_bClipped = clips;
+}
+
 void Activation::Show(bool visible) {
-    if (HWND window = m_pCore->Surface().Window()) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+    const HWND window = m_pCore->Surface().Window();
+    if (!window) return;
+    const bool isVisible = (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0;
+    if (visible != isVisible) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
 }
 
 void Activation::SetRects(const RECT& position, const RECT& clip) {
@@ -123,7 +126,7 @@ void Activation::SetRects(const RECT& position, const RECT& clip) {
     win32::ControlSurface& surface = m_pCore->Surface();
     surface.SetPixelRect(position);
     // Taking the place may have ended the windows, or moved them on.
-    if (HWND window = surface.Window()) ClipWindow(window, m_position, clip);
+    if (HWND window = surface.Window()) ClipWindow(window, clip);
 }
 
 void Activation::RequestSize(const Size& twips) {

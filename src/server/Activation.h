@@ -48,6 +48,8 @@ private:
     void EnterPlace();
     void LeavePlace() noexcept;
     void TakeFocus();
+    /// Limits a window to what its container leaves visible.
+    void ClipWindow(HWND window, const RECT& clip) noexcept;
     void TellFrame(IOleInPlaceActiveObject* object) noexcept;
 
     ControlHost& m_host;
@@ -61,6 +63,7 @@ private:
     RECT m_position{};
     bool m_bActive = false;
     bool m_bUiActive = false;
+    bool m_bClipped = false;
 };
 
 }  // namespace kiv::server

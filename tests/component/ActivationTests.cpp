@@ -152,6 +152,37 @@ TEST_F(Embedding, AnActiveControlAsksItsContainerForTheRoomThatItNeeds) {
     EXPECT_NEAR(900 * 2540 / 96, Extent().cx, 30);
 }
 
+TEST_F(Embedding, TheWindowIsClippedToWhatItsContainerShows) {
+    Place(true);
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+    struct Case {
+        RECT clip;
+        bool clipped;
+    };
+    const RECT place{10, 20, 610, 520};
+    const Case cases[] = {{{0, 0, 700, 600}, false},
+                          {{0, 0, 300, 600}, true},
+                          {{0, 100, 700, 600}, true},
+                          {{0, 0, 700, 600}, false},
+                          {{0, 0, 0, 0}, false}};
+    for (const Case& c : cases) {
+        ASSERT_EQ(S_OK, As<IOleInPlaceObject>()->SetObjectRects(&place, &c.clip));
+        struct Region {
+            HRGN handle = CreateRectRgn(0, 0, 0, 0);
+            ~Region() { DeleteObject(handle); }
+        } region;
+        const int kind = GetWindowRgn(Window(), region.handle);
+        EXPECT_EQ(c.clipped, kind == SIMPLEREGION);
+        if (!c.clipped) continue;
+        RECT box{};
+        GetRgnBox(region.handle, &box);
+        RECT expected{};
+        IntersectRect(&expected, &place, &c.clip);
+        OffsetRect(&expected, -place.left, -place.top);
+        EXPECT_TRUE(EqualRect(&expected, &box));
+    }
+}
+
 TEST_F(Embedding, AContainerThatKeepsItsPlaceIsNotOverruled) {
     Place(true);
     site->followsPlace = false;
