@@ -79,7 +79,8 @@ void MainWindow::Layout() {
     std::array<int, 3> parts{std::max(Scaled(120), width - Scaled(340)), std::max(Scaled(200), width - Scaled(250)),
                              -1};
     SendMessageW(m_status, SB_SETPARTS, parts.size(), reinterpret_cast<LPARAM>(parts.data()));
-    InvalidateRect(Handle(), nullptr, TRUE);
+    // The parts move over one another; what the system copied along is not always right.
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 /// Makes the window larger where the controls need it; never smaller.

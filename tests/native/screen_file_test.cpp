@@ -77,6 +77,7 @@ TEST(ScreenFile, ValuesReadBackAsTheyWereWritten) {
 
 TEST(ScreenFile, SpellingOfAValueSaysWhatKindItIs) {
     EXPECT_EQ(FormatValue(std::u16string(u"495")), "\"495\"");
+    EXPECT_EQ(FormatValue(u"\x1F\x7F"s), "\"\\u001F\\u007F\"");
     EXPECT_EQ(FormatValue(495), "495");
     EXPECT_EQ(FormatValue(495.0), "495.0");
     EXPECT_EQ(FormatValue(true), "True");
