@@ -101,8 +101,8 @@ void ShowControlLayout::EndLoad() {
     state.m_bSizeSetExplicitly = true;
     if (state.m_bInResize) return;
     const ResizeScope resizing(state);
-    // Not measured anew: the sizes were held to their minimums when they were loaded, and the font that was loaded after
-    // them counts from the next resize on.
+    // Not measured anew: the sizes were held to their minimums when they were loaded, and the font that was loaded
+    // after them counts from the next resize on.
     Place(ComputeShowControlLayout(Measure(ShowMinimumSizes{})));
 }
 
