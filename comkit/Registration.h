@@ -13,6 +13,7 @@
 #include <iterator>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -47,11 +48,9 @@ inline HKEY HiveOf(RegistrationScope scope) noexcept {
     return scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
 }
 
-inline UniqueRegKey OpenClasses(RegistrationScope scope) {
-    UniqueRegKey root;
-    ThrowIfRegistryFailed(
-        RegCreateKeyExW(HiveOf(scope), ClassesPath, 0, nullptr, 0, KEY_READ | KEY_WRITE, nullptr, root.Put(), nullptr));
-    return root;
+/// From the root of all classes to the hive: a user need not have the root itself, it may have to be made.
+inline std::wstring InHive(const std::wstring& key) {
+    return std::wstring(ClassesPath) + L"\\" + key;
 }
 
 inline bool IsEmptyKey(HKEY key) noexcept {
@@ -62,23 +61,24 @@ inline bool IsEmptyKey(HKEY key) noexcept {
     return status == ERROR_SUCCESS && keys == 0 && values == 0;
 }
 
-/// Deletes a key and the keys above it, up to the first that still holds something.
-inline void DeleteWhileEmpty(HKEY root, std::wstring path) noexcept {
-    while (!path.empty()) {
+/// Deletes a key and the keys above it, up to the first that still holds something; the root of all classes is the
+/// last that may go.
+inline void DeleteWhileEmpty(HKEY hive, std::wstring path) noexcept {
+    while (path.size() >= std::wstring_view(ClassesPath).size()) {
         UniqueRegKey key;
-        if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, key.Put()) == ERROR_SUCCESS) {
+        if (RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ, key.Put()) == ERROR_SUCCESS) {
             if (!IsEmptyKey(key.Get())) return;
             key.Reset();
-            if (RegDeleteKeyW(root, path.c_str()) != ERROR_SUCCESS) return;
+            if (RegDeleteKeyW(hive, path.c_str()) != ERROR_SUCCESS) return;
         }
         const std::size_t cut = path.rfind(L'\\');
         path.resize(cut == std::wstring::npos ? 0 : cut);
     }
 }
 
-inline void RemoveValue(HKEY root, const RegistryEntry& entry) {
+inline void RemoveValue(HKEY hive, const RegistryEntry& entry) {
     UniqueRegKey key;
-    const LSTATUS opened = RegOpenKeyExW(root, entry.key.c_str(), 0, KEY_READ | KEY_WRITE, key.Put());
+    const LSTATUS opened = RegOpenKeyExW(hive, InHive(entry.key).c_str(), 0, KEY_READ | KEY_WRITE, key.Put());
     if (opened == ERROR_FILE_NOT_FOUND) return;
     ThrowIfRegistryFailed(opened);
     if (!entry.text) return;
@@ -86,11 +86,11 @@ inline void RemoveValue(HKEY root, const RegistryEntry& entry) {
     if (deleted != ERROR_FILE_NOT_FOUND) ThrowIfRegistryFailed(deleted);
 }
 
-inline void RemoveEntries(HKEY root, const std::vector<RegistryEntry>& entries, bool shared) {
+inline void RemoveEntries(HKEY hive, const std::vector<RegistryEntry>& entries, bool shared) {
     for (const RegistryEntry& entry : entries)
-        if (entry.shared == shared) RemoveValue(root, entry);
+        if (entry.shared == shared) RemoveValue(hive, entry);
     std::for_each(entries.rbegin(), entries.rend(), [&](const RegistryEntry& entry) {
-        if (entry.shared == shared) DeleteWhileEmpty(root, entry.key);
+        if (entry.shared == shared) DeleteWhileEmpty(hive, InHive(entry.key));
     });
 }
 
@@ -179,24 +179,25 @@ private:
 };
 
 inline void RegisterEntries(RegistrationScope scope, const std::vector<RegistryEntry>& entries) {
-    const UniqueRegKey root = detail::OpenClasses(scope);
-    RegistryTransaction transaction(root.Get());
-    for (const RegistryEntry& entry : entries) transaction.Write(entry);
+    RegistryTransaction transaction(detail::HiveOf(scope));
+    for (RegistryEntry entry : entries) {
+        entry.key = detail::InHive(entry.key);
+        transaction.Write(entry);
+    }
     transaction.Keep();
 }
 
 /// marks are keys of a bitness of its own whose presence tells that a server is registered.
 inline void UnregisterEntries(RegistrationScope scope, const std::vector<RegistryEntry>& entries,
                               const std::vector<std::wstring>& marks) {
-    const UniqueRegKey root = detail::OpenClasses(scope);
-    detail::RemoveEntries(root.Get(), entries, false);
+    const HKEY hive = detail::HiveOf(scope);
+    detail::RemoveEntries(hive, entries, false);
     const bool otherStays = std::any_of(marks.begin(), marks.end(), [scope](const std::wstring& mark) {
-        const std::wstring path = std::wstring(detail::ClassesPath) + L"\\" + mark;
         UniqueRegKey key;
-        return RegOpenKeyExW(detail::HiveOf(scope), path.c_str(), 0, KEY_READ | detail::OtherBitness, key.Put()) ==
-               ERROR_SUCCESS;
+        return RegOpenKeyExW(detail::HiveOf(scope), detail::InHive(mark).c_str(), 0, KEY_READ | detail::OtherBitness,
+                             key.Put()) == ERROR_SUCCESS;
     });
-    if (!otherStays) detail::RemoveEntries(root.Get(), entries, true);
+    if (!otherStays) detail::RemoveEntries(hive, entries, true);
 }
 
 inline std::wstring GuidText(REFGUID guid) {

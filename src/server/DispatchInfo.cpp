@@ -93,7 +93,8 @@ private:
         comkit::Variant value;
         if (FAILED(value.ConvertFrom(*arg.pvarVal, target))) return;
         // The vector has its whole capacity: the value stays where it is while the call refers to it.
-        Replacement& kept = m_replaced.emplace_back(slot, arg.pvarVal, std::move(value));
+        m_replaced.push_back({slot, arg.pvarVal, std::move(value)});
+        Replacement& kept = m_replaced.back();
         arg.vt = static_cast<VARTYPE>(VT_BYREF | target);
         arg.byref = &kept.value.Get().lVal;
     }

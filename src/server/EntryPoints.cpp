@@ -8,9 +8,21 @@
 #include "server/Classes.h"
 #include "server/ClassFactory.h"
 #include "server/Module.h"
-#include "server/Registration.h"
+#include "server/RegistryEntries.h"
 
 using namespace kiv::server;
+
+namespace {
+
+HRESULT Register(comkit::RegistrationScope scope) noexcept {
+    return AtBoundary([scope] { comkit::RegisterEntries(scope, ServerEntries(Module::FileName())); });
+}
+
+HRESULT Unregister(comkit::RegistrationScope scope) noexcept {
+    return AtBoundary([scope] { comkit::UnregisterEntries(scope, ServerEntries(Module::FileName()), ServerKeys()); });
+}
+
+}  // namespace
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {
@@ -39,11 +51,11 @@ STDAPI DllCanUnloadNow() {
 }
 
 STDAPI DllRegisterServer() {
-    return AtBoundary([] { RegisterServer(RegistrationScope::Machine); });
+    return Register(comkit::RegistrationScope::Machine);
 }
 
 STDAPI DllUnregisterServer() {
-    return AtBoundary([] { UnregisterServer(RegistrationScope::Machine); });
+    return Unregister(comkit::RegistrationScope::Machine);
 }
 
 /// With "user", registers for the current user alone, which takes no administrator; with nothing, for the machine.
@@ -52,6 +64,6 @@ STDAPI DllInstall(BOOL install, LPCWSTR commandLine) {
     if (!words.empty() &&
         CompareStringOrdinal(words.data(), static_cast<int>(words.size()), L"user", 4, TRUE) != CSTR_EQUAL)
         return E_INVALIDARG;
-    const auto scope = words.empty() ? RegistrationScope::Machine : RegistrationScope::User;
-    return AtBoundary([&] { install ? RegisterServer(scope) : UnregisterServer(scope); });
+    const auto scope = words.empty() ? comkit::RegistrationScope::Machine : comkit::RegistrationScope::User;
+    return install ? Register(scope) : Unregister(scope);
 }

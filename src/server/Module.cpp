@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "comkit/Errors.h"
+#include "comkit/Registration.h"
 #include "server/DispatchInfo.h"
 
 namespace kiv::server {
@@ -55,14 +56,7 @@ HINSTANCE Module::Instance() noexcept {
 }
 
 std::wstring Module::FileName() {
-    for (std::wstring name(MAX_PATH, L'\0');; name.resize(name.size() * 2)) {
-        const DWORD length = GetModuleFileNameW(g_instance, name.data(), static_cast<DWORD>(name.size()));
-        if (length == 0) throw comkit::ComError(comkit::LastErrorResult());
-        if (length < name.size()) {
-            name.resize(length);
-            return name;
-        }
-    }
+    return comkit::ModulePath(g_instance);
 }
 
 comkit::ComPtr<ITypeLib> Module::TypeLibrary() {

@@ -5,7 +5,6 @@
 
 #include <oleauto.h>
 
-#include "comkit/Errors.h"
 #include "server/Classes.h"
 
 namespace kiv::server {
@@ -30,12 +29,6 @@ constexpr const wchar_t* Categories[] = {
     L"{0DE86A57-2BAA-11CF-A229-00AA003D7352}",
 };
 
-std::wstring Text(REFGUID id) {
-    wchar_t text[40];
-    const int length = StringFromGUID2(id, text, static_cast<int>(std::size(text)));
-    return {text, static_cast<std::size_t>(length - 1)};
-}
-
 class EntryList {
 public:
     void Add(std::wstring key, std::wstring text) { m_entries.push_back({std::move(key), {}, std::move(text), false}); }
@@ -46,14 +39,14 @@ public:
         m_entries.push_back({std::move(key), std::move(name), std::move(text), false});
     }
     void AddKey(std::wstring key) { m_entries.push_back({std::move(key), {}, std::nullopt, false}); }
-    std::vector<RegistryEntry> Take() { return std::move(m_entries); }
+    std::vector<comkit::RegistryEntry> Take() { return std::move(m_entries); }
 
 private:
-    std::vector<RegistryEntry> m_entries;
+    std::vector<comkit::RegistryEntry> m_entries;
 };
 
 std::wstring ClassKey(const ControlClass& controlClass) {
-    return L"CLSID\\" + Text(controlClass.clsid);
+    return L"CLSID\\" + comkit::GuidText(controlClass.clsid);
 }
 
 void AddClass(EntryList& list, const ControlClass& c, const std::wstring& file) {
@@ -64,7 +57,7 @@ void AddClass(EntryList& list, const ControlClass& c, const std::wstring& file) 
     list.AddValue(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
     list.Add(key + L"\\ProgID", progId + L".1");
     list.Add(key + L"\\VersionIndependentProgID", progId);
-    list.Add(key + L"\\TypeLib", Text(LIBID_KivDateTime));
+    list.Add(key + L"\\TypeLib", comkit::GuidText(LIBID_KivDateTime));
     list.Add(key + L"\\Version", Version);
     list.Add(key + L"\\MiscStatus", L"0");
     list.Add(key + L"\\MiscStatus\\1", std::to_wstring(c.miscStatus));
@@ -74,22 +67,22 @@ void AddClass(EntryList& list, const ControlClass& c, const std::wstring& file) 
     for (const wchar_t* category : Categories) list.AddKey(key + L"\\Implemented Categories\\" + category);
 
     list.AddShared(progId + L".1", c.userType);
-    list.AddShared(progId + L".1\\CLSID", Text(c.clsid));
+    list.AddShared(progId + L".1\\CLSID", comkit::GuidText(c.clsid));
     list.AddShared(progId, c.userType);
-    list.AddShared(progId + L"\\CLSID", Text(c.clsid));
+    list.AddShared(progId + L"\\CLSID", comkit::GuidText(c.clsid));
     list.AddShared(progId + L"\\CurVer", progId + L".1");
 }
 
 void AddInterface(EntryList& list, REFIID iid, const std::wstring& name, const wchar_t* proxy) {
-    const std::wstring key = L"Interface\\" + Text(iid);
+    const std::wstring key = L"Interface\\" + comkit::GuidText(iid);
     list.Add(key, name);
     list.Add(key + L"\\ProxyStubClsid32", proxy);
-    list.Add(key + L"\\TypeLib", Text(LIBID_KivDateTime));
+    list.Add(key + L"\\TypeLib", comkit::GuidText(LIBID_KivDateTime));
     list.AddValue(key + L"\\TypeLib", L"Version", Version);
 }
 
 void AddTypeLibrary(EntryList& list, const std::wstring& file) {
-    const std::wstring key = L"TypeLib\\" + Text(LIBID_KivDateTime) + L"\\" + Version;
+    const std::wstring key = L"TypeLib\\" + comkit::GuidText(LIBID_KivDateTime) + L"\\" + Version;
     list.AddShared(key, LibraryName);
     list.AddShared(key + L"\\FLAGS", L"0");
     list.AddShared(key + L"\\HELPDIR", file.substr(0, file.find_last_of(L'\\')));
@@ -98,7 +91,7 @@ void AddTypeLibrary(EntryList& list, const std::wstring& file) {
 
 }  // namespace
 
-std::vector<RegistryEntry> ServerEntries(const std::wstring& serverFile) {
+std::vector<comkit::RegistryEntry> ServerEntries(const std::wstring& serverFile) {
     EntryList list;
     for (const ControlClass* c : Classes()) {
         AddClass(list, *c, serverFile);
