@@ -65,10 +65,10 @@ comkit::ComPtr<EventSink> EventSink::Connect(IUnknown& control, Handler handler)
     auto events = DefaultEvents(control);
     TYPEATTR* attributes = nullptr;
     if (!events || FAILED(events->GetTypeAttr(&attributes))) return nullptr;
-    IID iid = attributes->guid;
+    const IID iid = attributes->guid;
     events->ReleaseTypeAttr(attributes);
     const auto container = comkit::ComPtr<IConnectionPointContainer>::From(&control);
-    auto sink = comkit::MakeObject<EventSink>(std::move(events), std::move(iid), std::move(handler));
+    auto sink = comkit::MakeObject<EventSink>(std::move(events), iid, std::move(handler));
     if (!container || FAILED(container->FindConnectionPoint(sink->m_iid, sink->m_point.Put()))) return nullptr;
     if (FAILED(sink->m_point->Advise(sink.Get(), &sink->m_cookie))) return nullptr;
     return sink;

@@ -41,7 +41,7 @@ public:
     void* FindInterface(REFIID iid) noexcept;
 
 private:
-    friend comkit::ComPtr<EventSink> comkit::MakeObject<EventSink>(comkit::ComPtr<ITypeInfo>&&, IID&&, Handler&&);
+    friend comkit::ComPtr<EventSink> comkit::MakeObject<EventSink>(comkit::ComPtr<ITypeInfo>&&, const IID&, Handler&&);
     EventSink(comkit::ComPtr<ITypeInfo> events, IID iid, Handler handler);
 
     comkit::ComPtr<ITypeInfo> m_events;

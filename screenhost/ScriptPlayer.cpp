@@ -1,6 +1,6 @@
 #include "screenhost/ScriptPlayer.h"
 
-#include <array>
+#include <iterator>
 
 #include "screenhost/ErrorText.h"
 #include "screenhost/LateBound.h"
@@ -39,33 +39,33 @@ ScriptPlayer::ScriptPlayer(ScreenContext& context, MainWindow& window, MessagePu
 
 ScriptPlayer::Action ScriptPlayer::ActionOf(Verb verb) {
     // In the order of the verbs.
-    static constexpr std::array Actions{
-        &ScriptPlayer::Wait,
-        &ScriptPlayer::ExpectValue,
-        &ScriptPlayer::ExpectShown,
-        &ScriptPlayer::ExpectDeviceShown,
-        &ScriptPlayer::ExpectClock,
-        &ScriptPlayer::ExpectLog,
-        &ScriptPlayer::ExpectNoLog,
-        &ScriptPlayer::MarkLog,
-        &ScriptPlayer::ExpectProperty,
-        &ScriptPlayer::Click,
-        &ScriptPlayer::PickDay,
-        &ScriptPlayer::TypeTime,
-        &ScriptPlayer::Press,
-        &ScriptPlayer::Key,
-        &ScriptPlayer::Set,
-        &ScriptPlayer::Device,
-        &ScriptPlayer::DeviceClock,
-        &ScriptPlayer::DeviceOffline,
-        &ScriptPlayer::Refresh,
-        &ScriptPlayer::Design,
-        &ScriptPlayer::RunMode,
-        &ScriptPlayer::Save,
-        &ScriptPlayer::Screenshot,
+    static constexpr Action Actions[]{
+        Do<&ScriptPlayer::Wait>,
+        Do<&ScriptPlayer::ExpectValue>,
+        Do<&ScriptPlayer::ExpectShown>,
+        Do<&ScriptPlayer::ExpectDeviceShown>,
+        Do<&ScriptPlayer::ExpectClock>,
+        Do<&ScriptPlayer::ExpectLog>,
+        Do<&ScriptPlayer::ExpectNoLog>,
+        Do<&ScriptPlayer::MarkLog>,
+        Do<&ScriptPlayer::ExpectProperty>,
+        Do<&ScriptPlayer::Click>,
+        Do<&ScriptPlayer::PickDay>,
+        Do<&ScriptPlayer::TypeTime>,
+        Do<&ScriptPlayer::Press>,
+        Do<&ScriptPlayer::Key>,
+        Do<&ScriptPlayer::Set>,
+        Do<&ScriptPlayer::Device>,
+        Do<&ScriptPlayer::DeviceClock>,
+        Do<&ScriptPlayer::DeviceOffline>,
+        Do<&ScriptPlayer::Refresh>,
+        Do<&ScriptPlayer::Design>,
+        Do<&ScriptPlayer::RunMode>,
+        Do<&ScriptPlayer::Save>,
+        Do<&ScriptPlayer::Screenshot>,
     };
-    static_assert(Actions.size() == static_cast<std::size_t>(Verb::Screenshot) + 1);
-    return Actions.at(static_cast<std::size_t>(verb));
+    static_assert(std::size(Actions) == static_cast<std::size_t>(Verb::Screenshot) + 1);
+    return Actions[static_cast<std::size_t>(verb)];
 }
 
 std::size_t ScriptPlayer::Play(const ScriptFile& script, const std::string& fileName) {
@@ -97,7 +97,7 @@ std::size_t ScriptPlayer::Play(const ScriptFile& script, const std::string& file
 }
 
 void ScriptPlayer::Run(const ScriptStep& step) {
-    (this->*ActionOf(step.verb))(step);
+    ActionOf(step.verb)(*this, step);
     m_window.Poll();
 }
 
@@ -167,7 +167,7 @@ void ScriptPlayer::ExpectLog(const ScriptStep& step) {
     });
 }
 
-void ScriptPlayer::ExpectNoLog(const ScriptStep& step) {
+void ScriptPlayer::ExpectNoLog(const ScriptStep& step) const {
     const std::size_t number = m_context.log->Find(step.Text(0), m_logPlace);
     if (number != m_context.log->End()) throw TextError("there is: " + m_context.log->At(number).text);
 }
@@ -210,15 +210,15 @@ void ScriptPlayer::Set(const ScriptStep& step) {
     m_pump.Settle();
 }
 
-void ScriptPlayer::Device(const ScriptStep& step) {
+void ScriptPlayer::Device(const ScriptStep& step) const {
     m_context.device->SetValue(step.Text(0), step.Text(1));
 }
 
-void ScriptPlayer::DeviceClock(const ScriptStep& step) {
+void ScriptPlayer::DeviceClock(const ScriptStep& step) const {
     m_context.device->SetNow(OleFromCivil({step.Date(0), step.Time(1)}));
 }
 
-void ScriptPlayer::DeviceOffline(const ScriptStep& step) {
+void ScriptPlayer::DeviceOffline(const ScriptStep& step) const {
     m_context.device->SetOffline(std::get<bool>(step.Value(0)));
 }
 

@@ -20,7 +20,11 @@ public:
     std::size_t Play(const ScriptFile& script, const std::string& fileName);
 
 private:
-    using Action = void (ScriptPlayer::*)(const ScriptStep&);
+    using Action = void (*)(ScriptPlayer&, const ScriptStep&);
+    template <auto Member>
+    static void Do(ScriptPlayer& player, const ScriptStep& step) {
+        (player.*Member)(step);
+    }
     static Action ActionOf(Verb verb);
     void Run(const ScriptStep& step);
     HWND WindowOf(const std::string& control);
@@ -35,7 +39,7 @@ private:
     void ExpectDeviceShown(const ScriptStep& step);
     void ExpectClock(const ScriptStep& step);
     void ExpectLog(const ScriptStep& step);
-    void ExpectNoLog(const ScriptStep& step);
+    void ExpectNoLog(const ScriptStep& step) const;
     void MarkLog(const ScriptStep& step);
     void ExpectProperty(const ScriptStep& step);
     void Click(const ScriptStep& step);
@@ -44,9 +48,9 @@ private:
     void Press(const ScriptStep& step);
     void Key(const ScriptStep& step);
     void Set(const ScriptStep& step);
-    void Device(const ScriptStep& step);
-    void DeviceClock(const ScriptStep& step);
-    void DeviceOffline(const ScriptStep& step);
+    void Device(const ScriptStep& step) const;
+    void DeviceClock(const ScriptStep& step) const;
+    void DeviceOffline(const ScriptStep& step) const;
     void Refresh(const ScriptStep& step);
     void Design(const ScriptStep& step);
     void RunMode(const ScriptStep& step);
