@@ -4,6 +4,27 @@
 
 namespace component {
 
+namespace {
+
+struct WindowSearch {
+    const wchar_t* windowClass;
+    const wchar_t* caption;
+    HWND found;
+};
+
+BOOL CALLBACK LookAtWindow(HWND window, LPARAM param) {
+    auto& wanted = *reinterpret_cast<WindowSearch*>(param);
+    wchar_t text[256] = L"";
+    GetClassNameW(window, text, 256);
+    if (_wcsicmp(text, wanted.windowClass) != 0) return TRUE;
+    GetWindowTextW(window, text, 256);
+    if (wanted.caption[0] && std::wstring(text) != wanted.caption) return TRUE;
+    wanted.found = window;
+    return FALSE;
+}
+
+}  // namespace
+
 CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, std::vector<comkit::Variant> args) {
     CallResult result;
     DISPID id = DISPID_UNKNOWN;
@@ -41,7 +62,8 @@ CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, std::vecto
 
 std::wstring Text(const VARIANT& value) {
     comkit::Variant text;
-    if (FAILED(VariantChangeType(text.Put(), const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, VT_BSTR))) return L"(no text)";
+    if (FAILED(VariantChangeType(text.Put(), const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, VT_BSTR)))
+        return L"(no text)";
     return std::wstring(comkit::ToWide(comkit::ViewOf(text.Get().bstrVal)));
 }
 
@@ -104,24 +126,8 @@ HWND ControlFixture::Window() const {
 }
 
 HWND ControlFixture::Child(const wchar_t* windowClass, const wchar_t* caption) const {
-    struct Search {
-        const wchar_t* windowClass;
-        const wchar_t* caption;
-        HWND found;
-    } search{windowClass, caption, nullptr};
-    EnumChildWindows(
-        Window(),
-        [](HWND window, LPARAM param) -> BOOL {
-            auto& wanted = *reinterpret_cast<Search*>(param);
-            wchar_t text[256] = L"";
-            GetClassNameW(window, text, 256);
-            if (_wcsicmp(text, wanted.windowClass) != 0) return TRUE;
-            GetWindowTextW(window, text, 256);
-            if (wanted.caption[0] && std::wstring(text) != wanted.caption) return TRUE;
-            wanted.found = window;
-            return FALSE;
-        },
-        reinterpret_cast<LPARAM>(&search));
+    WindowSearch search{windowClass, caption, nullptr};
+    EnumChildWindows(Window(), &LookAtWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 
