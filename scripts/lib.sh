@@ -17,12 +17,17 @@ elapsed() { printf '%d:%02d min' $((SECONDS / 60)) $((SECONDS % 60)); }
 
 # Ends everything that was started and still runs. A subshell that starts something calls watch_exit for itself.
 declare -A running_groups=()
+running_subshell=
 exit_actions=()
 at_exit() { exit_actions+=("$*"); }
 run_exit_actions() {
     local status=$? action group
     trap - EXIT
     trap '' INT TERM HUP
+    if [[ -n $running_subshell ]]; then
+        kill -TERM "$running_subshell" 2>/dev/null || true
+        wait "$running_subshell" || true
+    fi
     for group in "${!running_groups[@]}"; do
         end_group "$group"
     done
@@ -33,6 +38,7 @@ run_exit_actions() {
 }
 watch_exit() {
     running_groups=()
+    running_subshell=
     exit_actions=()
     trap run_exit_actions EXIT
     trap 'exit 130' INT
@@ -107,18 +113,24 @@ logged() {
 
 
 # locked NAME COMMAND...: one at a time among all commands of this project. The command does not inherit the lock, so
-# that nothing that it leaves running can hold it.
+# that nothing that it leaves running can hold it. It runs in the background, because a shell hears signals only while
+# it waits for something of that kind.
 locked() {
-    local name=$1
-    shift
-    (
-        watch_exit
-        if ! flock -n 9; then
-            say "    waiting: another command of this project is busy with: $name"
-            flock 9
-        fi
-        "$@" 9>&-
-    ) 9>"$build/.lock-$name"
+    local status=0
+    hold_and_run "$@" 9>"$build/.lock-$1" &
+    running_subshell=$!
+    wait "$running_subshell" || status=$?
+    running_subshell=
+    return "$status"
+}
+
+hold_and_run() {
+    watch_exit
+    if ! flock -n 9; then
+        say "    waiting: another command of this project is busy with: $1"
+        until flock -n 9; do sleep 0.5; done
+    fi
+    "${@:2}" 9>&-
 }
 
 # hold_lock NAME: the same, until this script ends.
@@ -126,6 +138,6 @@ hold_lock() {
     exec 8>"$build/.lock-$1"
     if ! flock -n 8; then
         say "Waiting: the same command is already at work in this folder."
-        flock 8
+        until flock -n 8; do sleep 0.5; done
     fi
 }
