@@ -1,23 +1,11 @@
 #include "win32/NativeWindow.h"
 
-#include <commctrl.h>
-
 #include "comkit/Errors.h"
 #include "comkit/Handle.h"
 #include "win32/ModuleInstance.h"
+#include "win32/WindowHooks.h"
 
 namespace kiv::win32 {
-
-namespace {
-constexpr UINT_PTR SubclassId = 0x4B49;
-
-// Asked of any window: ours answer with their NativeWindow, all others with 0. Cheaper to have than a window property.
-UINT WhoAreYou() noexcept {
-    static const UINT id = RegisterWindowMessageW(L"KivDateTime.NativeWindow");
-    return id;
-}
-
-}  // namespace
 
 std::shared_ptr<NativeWindow> NativeWindow::Create(Owner& owner, const WindowDescription& description) {
     // Before the window's owner, so that it is still there if the window ends again here.
@@ -36,8 +24,7 @@ std::shared_ptr<NativeWindow> NativeWindow::Create(Owner& owner, const WindowDes
 }
 
 void NativeWindow::Hook(HWND window) {
-    if (!SetWindowSubclass(window, &Procedure, SubclassId, reinterpret_cast<DWORD_PTR>(this)))
-        throw comkit::ComError(E_OUTOFMEMORY);
+    WindowHooks::Get().Add(window, *this, &Procedure);
 }
 
 void NativeWindow::HookInnerWindows() {
@@ -46,8 +33,14 @@ void NativeWindow::HookInnerWindows() {
 }
 
 LRESULT NativeWindow::CallNative(const Message& message) noexcept {
+    const WNDPROC native = WindowHooks::Get().Find(message.window).native;
+    if (!native) return 0;
+    return CallNative(native, message);
+}
+
+LRESULT NativeWindow::CallNative(WNDPROC native, const Message& message) noexcept {
     ++m_lDepth;
-    const LRESULT result = DefSubclassProc(message.window, message.id, message.wParam, message.lParam);
+    const LRESULT result = CallWindowProcW(native, message.window, message.id, message.wParam, message.lParam);
     --m_lDepth;
     return result;
 }
@@ -70,10 +63,10 @@ void NativeWindow::DestroyIfDue() noexcept {
 }
 
 NativeWindow::Owner* NativeWindow::OwnerOf(HWND window) noexcept {
-    // A window of another thread is none of ours, and would make this one wait.
-    if (GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId()) return nullptr;
-    const auto* const native = reinterpret_cast<const NativeWindow*>(SendMessageW(window, WhoAreYou(), 0, 0));
-    return native ? native->m_pOwner : nullptr;
+    const NativeWindow* const native = WindowHooks::Get().Find(window).owner;
+    // A window of another thread is none of ours to speak to.
+    if (!native || GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId()) return nullptr;
+    return native->m_pOwner;
 }
 
 LRESULT NativeWindow::Dispatch(const Message& message) {
@@ -85,15 +78,15 @@ LRESULT NativeWindow::Dispatch(const Message& message) {
     return CallNative(message);
 }
 
-LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR,
-                                         DWORD_PTR reference) noexcept {
-    if (id == WhoAreYou()) return static_cast<LRESULT>(reference);
-    const std::shared_ptr<NativeWindow> self = reinterpret_cast<NativeWindow*>(reference)->shared_from_this();
+LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
+    const WindowHooks::Hook hook = WindowHooks::Get().Find(window);
+    if (!hook.owner) return DefWindowProcW(window, id, wParam, lParam);
+    const std::shared_ptr<NativeWindow> self = hook.owner->shared_from_this();
     const Message message{window, id, wParam, lParam};
     LRESULT result = 0;
     if (id == WM_NCDESTROY) {
-        RemoveWindowSubclass(window, &Procedure, SubclassId);
-        result = self->CallNative(message);
+        WindowHooks::Get().Remove(window, &Procedure);
+        result = self->CallNative(hook.native, message);
         if (window == self->m_window) {
             self->m_window = nullptr;
             self->m_pSelf.reset();

@@ -70,8 +70,8 @@ private:
     void HookInnerWindows();
     LRESULT Dispatch(const Message& message);
     void DestroyIfDue() noexcept;
-    static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR subclass,
-                                      DWORD_PTR reference) noexcept;
+    LRESULT CallNative(WNDPROC native, const Message& message) noexcept;
+    static LRESULT CALLBACK Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept;
 
     Owner* m_pOwner;
     bool m_bHasInnerWindows;

@@ -1,0 +1,40 @@
+#include "win32/WindowHooks.h"
+
+#include "comkit/Errors.h"
+
+namespace kiv::win32 {
+
+WindowHooks& WindowHooks::Get() noexcept {
+    static WindowHooks hooks;
+    return hooks;
+}
+
+void WindowHooks::Add(HWND window, NativeWindow& owner, WNDPROC procedure) {
+    const auto native = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
+    {
+        const std::lock_guard guard(m_lock);
+        m_hooks.insert_or_assign(window, Hook{&owner, native});
+    }
+    if (SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure))) return;
+    const HRESULT reason = comkit::LastErrorResult();
+    const std::lock_guard guard(m_lock);
+    m_hooks.erase(window);
+    throw comkit::ComError(reason);
+}
+
+void WindowHooks::Remove(HWND window, WNDPROC procedure) noexcept {
+    const Hook hook = Find(window);
+    if (!hook.owner) return;
+    if (reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC)) == procedure)
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(hook.native));
+    const std::lock_guard guard(m_lock);
+    m_hooks.erase(window);
+}
+
+WindowHooks::Hook WindowHooks::Find(HWND window) const noexcept {
+    const std::lock_guard guard(m_lock);
+    const auto found = m_hooks.find(window);
+    return found == m_hooks.end() ? Hook{} : found->second;
+}
+
+}  // namespace kiv::win32

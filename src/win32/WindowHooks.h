@@ -1,0 +1,37 @@
+// Which NativeWindow a window procedure belongs to, and the procedure that was there before it.
+//
+// Not comctl32's subclassing: under Wine that asks another process for a window property with every message.
+#pragma once
+
+#include <windows.h>
+
+#include <mutex>
+#include <unordered_map>
+
+namespace kiv::win32 {
+
+class NativeWindow;
+
+class WindowHooks {
+public:
+    struct Hook {
+        NativeWindow* owner = nullptr;  ///< null: the window is none of ours
+        WNDPROC native = nullptr;
+    };
+
+    static WindowHooks& Get() noexcept;
+
+    /// Puts the procedure before the window's own. Throws comkit::ComError.
+    void Add(HWND window, NativeWindow& owner, WNDPROC procedure);
+    /// The window is ending. Gives back the native procedure; whoever came before ours since then is left alone.
+    void Remove(HWND window, WNDPROC procedure) noexcept;
+    Hook Find(HWND window) const noexcept;
+
+private:
+    WindowHooks() = default;
+
+    mutable std::mutex m_lock;  ///< controls may live in several apartments
+    std::unordered_map<HWND, Hook> m_hooks;
+};
+
+}  // namespace kiv::win32
