@@ -5,9 +5,16 @@
 #include <algorithm>
 
 #include "win32/Dpi.h"
-#include "win32/OleColors.h"
 
 namespace kiv::win32 {
+
+namespace {
+
+const AccessibleSubject* SubjectOf(HWND window) noexcept {
+    return dynamic_cast<const ChildWidget*>(NativeWindow::OwnerOf(window));
+}
+
+}  // namespace
 
 ChildWidget::ChildWidget(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent, std::u16string_view name)
     : WidgetWindow(std::move(context)), m_parent(parent), m_strName(name) {
@@ -32,6 +39,13 @@ void ChildWidget::Open() {
     OnOpened();
 }
 
+std::optional<LRESULT> ChildWidget::HandleInstead(const Message& message) {
+    // The parameter's upper half is undefined in 64 bits.
+    if (message.id != WM_GETOBJECT || static_cast<LONG>(message.lParam) != OBJID_CLIENT || message.window != Window())
+        return std::nullopt;
+    return AnswerAccess(message.window, message.wParam, &SubjectOf);
+}
+
 void ChildWidget::PrepareToClose() noexcept {
     if (!Window()) return;
     if (IsBusy()) {
@@ -48,8 +62,11 @@ void ChildWidget::OnDpiChanged() {
 }
 
 bool ChildWidget::IsTabStop() const noexcept {
-    const HWND window = Window();
-    return window && WantsTabStop() && IsWindowVisible(window) && IsWindowEnabled(window);
+    if (!Window() || !WantsTabStop() || !IsWindowVisible(Window())) return false;
+    // A disabled frame disables what is in it, whatever the children say for themselves.
+    for (HWND window = Window(); window && window != GetParent(Context()->window); window = GetParent(window))
+        if (!IsWindowEnabled(window)) return false;
+    return true;
 }
 
 void ChildWidget::PutBounds(const Rect& bounds) {
@@ -72,7 +89,9 @@ void ChildWidget::MoveWindowToBounds() {
 void ChildWidget::PutEnabled(bool enabled) {
     if (m_bEnabled == enabled) return;
     m_bEnabled = enabled;
-    if (Window()) EnableWindow(Window(), enabled);
+    if (!Window()) return;
+    EnableWindow(Window(), enabled);
+    OnEnabledChanged();
 }
 
 void ChildWidget::PutVisible(bool visible) {

@@ -10,12 +10,13 @@
 #include <string_view>
 
 #include "platform/Widgets.h"
+#include "win32/AccessibleChild.h"
 #include "win32/GdiFont.h"
 #include "win32/WidgetWindow.h"
 
 namespace kiv::win32 {
 
-class ChildWidget : public WidgetWindow {
+class ChildWidget : public WidgetWindow, public AccessibleSubject {
 public:
     /// Makes the window inside the parent's, at its final size and in its final state. Throws comkit::ComError.
     void Open();
@@ -60,6 +61,8 @@ protected:
     virtual bool WantsTabStop() const noexcept { return true; }
     /// The native class ignores the widget's colours while it is themed.
     virtual bool NeedsThemeOff() const noexcept { return false; }
+    virtual void OnEnabledChanged() {}
+    std::optional<LRESULT> HandleInstead(const Message& message) override;
 
     void MoveWindowToBounds();
     HFONT FontHandle() const noexcept { return m_pGdiFont ? m_pGdiFont->Handle() : nullptr; }

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "comkit/Handle.h"
+#include "win32/SystemAnswers.h"
 
 namespace kiv::win32 {
 
@@ -12,24 +12,10 @@ namespace {
 constexpr int TwipsPerInch = 1440;
 constexpr double LargestLength = 32767;  // window coordinates have 16 bits in many messages
 
-using GetDpiForWindowFunction = UINT(WINAPI*)(HWND);
-
-// Windows 10 has it; older systems have one resolution for all windows.
-GetDpiForWindowFunction FindGetDpiForWindow() noexcept {
-    const FARPROC found = GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow");
-    return reinterpret_cast<GetDpiForWindowFunction>(reinterpret_cast<void*>(found));
-}
-
 }  // namespace
 
 int DpiOf(HWND window) noexcept {
-    static const GetDpiForWindowFunction getDpiForWindow = FindGetDpiForWindow();
-    if (window && getDpiForWindow) {
-        if (const UINT dpi = getDpiForWindow(window)) return static_cast<int>(dpi);
-    }
-    const comkit::WindowDc screen(nullptr);
-    const int dpi = GetDeviceCaps(screen.Get(), LOGPIXELSX);
-    return dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI;
+    return SystemAnswers::Current().dpiOf(window);
 }
 
 int PixelsFromTwips(Twips length, int dpi) noexcept {

@@ -3,7 +3,7 @@
 #include "comkit/Bstr.h"
 #include "comkit/Handle.h"
 #include "win32/Dpi.h"
-#include "win32/OleColors.h"
+#include "win32/ShownColors.h"
 
 namespace kiv::win32 {
 
@@ -13,21 +13,27 @@ RECT DrawnLabel::PixelRect() const noexcept {
 
 void DrawnLabel::SetBounds(const Rect& bounds) {
     if (m_bounds == bounds) return;
-    m_pOwner->Invalidate(m_bounds);
+    InvalidateIfShown();
     m_bounds = bounds;
+    InvalidateIfShown();
+}
+
+void DrawnLabel::SetVisible(bool visible) {
+    if (m_bVisible == visible) return;
+    m_bVisible = visible;
     m_pOwner->Invalidate(m_bounds);
 }
 
 void DrawnLabel::SetFont(const FontPtr& font) {
     m_pFont = font;
     m_pGdiFont.reset();
-    m_pOwner->Invalidate(m_bounds);
+    InvalidateIfShown();
 }
 
 bool DrawnLabel::SetCaption(std::u16string_view caption) {
     if (m_strCaption == caption) return false;
     m_strCaption = caption;
-    m_pOwner->Invalidate(m_bounds);
+    InvalidateIfShown();
     return true;
 }
 
@@ -44,8 +50,11 @@ void DrawnLabel::Draw(HDC dc) const {
     RECT inside = PixelRect();
     if (m_bSunken) DrawEdge(dc, &inside, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
     const comkit::GdiSelection selection(dc, FontHandle());
-    SetBkColor(dc, ColorRefOf(m_back));
-    SetTextColor(dc, ColorRefOf(m_bEnabled ? m_fore : SystemColor::GreyText));
+    // A container's device context may be set up for anything.
+    SetTextAlign(dc, TA_LEFT | TA_TOP | TA_NOUPDATECP);
+    SetTextCharacterExtra(dc, 0);
+    SetBkColor(dc, ShownColor(m_back, ColorUse::Face));
+    SetTextColor(dc, ShownTextColor(m_fore, m_bEnabled));
     // One call fills and writes. The text stands in the middle of a label that is higher than it.
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc, &metrics);

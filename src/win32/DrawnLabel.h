@@ -37,7 +37,7 @@ public:
     bool IsEnabled() const override { return m_bEnabled; }
     void SetEnabled(bool enabled) override { Change(m_bEnabled, enabled); }
     bool IsVisible() const override { return m_bVisible; }
-    void SetVisible(bool visible) override { Change(m_bVisible, visible); }
+    void SetVisible(bool visible) override;
     OleColor BackColor() const override { return m_back; }
     void SetBackColor(OleColor color) override { Change(m_back, color); }
     OleColor ForeColor() const override { return m_fore; }
@@ -56,7 +56,10 @@ private:
     void Change(T& field, const T& value) {
         if (field == value) return;
         field = value;
-        m_pOwner->Invalidate(m_bounds);
+        InvalidateIfShown();
+    }
+    void InvalidateIfShown() {
+        if (m_bVisible) m_pOwner->Invalidate(m_bounds);
     }
     HFONT FontHandle() const;
 

@@ -10,13 +10,15 @@
 #include "win32/GdiFont.h"
 #include "win32/InputMessages.h"
 #include "win32/NativeWindow.h"
-#include "win32/OleColors.h"
 #include "win32/PaintScope.h"
+#include "win32/ShownColors.h"
 #include "win32/SurfaceClass.h"
 
 namespace kiv::win32 {
 
 namespace {
+
+constexpr UINT DpiChangedAfterParent = 0x02E3;  // WM_DPICHANGED_AFTERPARENT, Windows 10
 
 Size SizeOf(const RECT& pixels, int dpi) noexcept {
     return {TwipsFromPixels(pixels.right - pixels.left, dpi), TwipsFromPixels(pixels.bottom - pixels.top, dpi)};
@@ -33,14 +35,16 @@ public:
 
     void Detach() noexcept {
         m_pListener = nullptr;
-        m_pSite = nullptr;
         Close();
+        m_pSite = nullptr;
         m_pSurface = nullptr;
     }
 
     void Open(HWND parent, const RECT& pixels, bool windowless);
     void Close() noexcept;
     HWND Window() const noexcept { return m_pNative ? m_pNative->Handle() : nullptr; }
+    void UseDpi(int dpi);
+    void MoveTo(const RECT& pixels);
     void TakePixelRect(const RECT& pixels);
     void TakeSize(const Size& size);
     void SetOwnSize(const Size& size);
@@ -81,14 +85,17 @@ private:
     void Capture(bool wanted);
 
     std::shared_ptr<NativeWindow> m_pNative;
+    HWND m_container = nullptr;    ///< where it lives while it has no window of its own
     Widget* m_pPressed = nullptr;  ///< where the left button went down: it gets the mouse until the button is up again
     bool m_bSecondPress = false;
+    bool m_bCaptured = false;
 };
 
 void LabelSurface::Impl::Open(HWND parent, const RECT& pixels, bool windowless) {
     if (m_bActive) return;
     const auto held = shared_from_this();
-    m_dpi = DpiOf(parent);
+    UseDpi(DpiOf(parent));
+    if (!m_pSurface || m_bActive) return;
     TakePixelRect(pixels);
     if (!m_pSurface || m_bActive) return;
     if (!windowless) {
@@ -101,15 +108,27 @@ void LabelSurface::Impl::Open(HWND parent, const RECT& pixels, bool windowless) 
                                                  .parent = parent,
                                                  .hasInnerWindows = false});
     }
+    if (windowless) m_container = parent;
     m_bActive = true;
 }
 
 void LabelSurface::Impl::Close() noexcept {
     if (!m_bActive) return;
+    const auto held = weak_from_this().lock();
     m_bActive = false;
     m_pPressed = nullptr;
+    m_container = nullptr;
+    if (!Window() && m_bCaptured && m_pSite) m_pSite->OnCapture(false);
+    m_bCaptured = false;
     if (m_pNative) m_pNative->Retire();
     m_pNative.reset();
+}
+
+void LabelSurface::Impl::UseDpi(int dpi) {
+    if (m_dpi == dpi) return;
+    m_dpi = dpi;
+    InvalidateAll();
+    if (m_pListener) m_pListener->OnResize();
 }
 
 void LabelSurface::Impl::TakePixelRect(const RECT& pixels) {
@@ -119,6 +138,12 @@ void LabelSurface::Impl::TakePixelRect(const RECT& pixels) {
         PixelsFromTwips(m_size.height, m_dpi) == pixels.bottom - pixels.top)
         return;
     TakeSize(SizeOf(pixels, m_dpi));
+}
+
+// Another resolution is told to windows only: without one, the container's is asked for whenever it gives a place.
+void LabelSurface::Impl::MoveTo(const RECT& pixels) {
+    if (m_container) UseDpi(DpiOf(m_container));
+    if (m_pSurface) TakePixelRect(pixels);
 }
 
 void LabelSurface::Impl::TakeSize(const Size& size) {
@@ -151,7 +176,7 @@ void LabelSurface::Impl::DrawAt(HDC dc) const {
         const RECT covered = label->PixelRect();
         ExcludeClipRect(dc, covered.left, covered.top, covered.right, covered.bottom);
     }
-    FillWithColor(dc, OwnArea(), m_back);
+    FillFace(dc, OwnArea(), m_back);
     RestoreDC(dc, saved);
 }
 
@@ -167,7 +192,11 @@ LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& messa
             return 0;
         }
         case WM_SYSCOLORCHANGE:
+        case WM_SETTINGCHANGE:
             InvalidateAll();
+            return 0;
+        case DpiChangedAfterParent:
+            UseDpi(DpiOf(message.window));
             return 0;
         default:
             break;
@@ -179,9 +208,10 @@ LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& messa
 std::optional<LRESULT> LabelSurface::Impl::HandleInput(UINT id, WPARAM wParam, LPARAM lParam) {
     if (id == WM_CAPTURECHANGED || id == WM_CANCELMODE) {
         m_pPressed = nullptr;
+        m_bCaptured = false;
         return std::nullopt;
     }
-    if (!IsMouseMessage(id)) return std::nullopt;
+    if (!IsMouseMessage(id) || !m_bEnabled) return std::nullopt;
     // The second press of a double click is no further click when it ends.
     if (id == WM_LBUTTONDOWN || id == WM_LBUTTONDBLCLK) m_bSecondPress = id == WM_LBUTTONDBLCLK;
     TellMouse(ReadMouseMessage({Window(), id, wParam, lParam}));
@@ -205,6 +235,7 @@ void LabelSurface::Impl::TellMouse(const MouseInput& input) {
     if (left && input.action != MouseAction::Move) {
         m_pPressed = input.action == MouseAction::Down ? &source : nullptr;
         Capture(m_pPressed != nullptr);
+        if (!m_pListener || !IsPresent(&source)) return;
     }
     m_pListener->OnMouse(source, input.action, args);
     if (!m_pListener || !IsPresent(&source)) return;
@@ -225,6 +256,7 @@ bool LabelSurface::Impl::IsPresent(const Widget* source) const noexcept {
 }
 
 void LabelSurface::Impl::Capture(bool wanted) {
+    m_bCaptured = wanted;
     if (const HWND window = Window()) {
         if (wanted) {
             SetCapture(window);
@@ -271,7 +303,7 @@ void LabelSurface::SetPixelRect(const RECT& pixels) {
     if (const HWND window = held->Window()) {
         MoveWindow(window, pixels.left, pixels.top, pixels.right - pixels.left, pixels.bottom - pixels.top, TRUE);
     }
-    held->TakePixelRect(pixels);
+    held->MoveTo(pixels);
 }
 
 void LabelSurface::SetSizeFromContainer(const Size& twips) {
@@ -301,6 +333,7 @@ void LabelSurface::Draw(HDC dc, const RECT& bounds) const {
 std::optional<LRESULT> LabelSurface::OnWindowMessage(UINT id, WPARAM wParam, LPARAM lParam) {
     const auto held = m_pImpl;
     if (!held->m_bActive || held->Window()) return std::nullopt;
+    if (id == WM_SYSCOLORCHANGE || id == WM_SETTINGCHANGE) held->InvalidateAll();
     if (IsMouseMessage(id)) {
         const POINTS at = MAKEPOINTS(lParam);
         lParam = MAKELPARAM(at.x - held->m_place.left, at.y - held->m_place.top);
@@ -321,6 +354,7 @@ bool LabelSurface::IsEnabled() const {
 }
 
 void LabelSurface::SetEnabled(bool enabled) {
+    if (m_pImpl->m_bEnabled == enabled) return;
     m_pImpl->m_bEnabled = enabled;
     if (const HWND window = m_pImpl->Window()) EnableWindow(window, enabled);
 }
@@ -330,8 +364,13 @@ bool LabelSurface::IsVisible() const {
 }
 
 void LabelSurface::SetVisible(bool visible) {
+    if (m_pImpl->m_bVisible == visible) return;
     m_pImpl->m_bVisible = visible;
-    if (const HWND window = m_pImpl->Window()) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+    if (const HWND window = m_pImpl->Window()) {
+        ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+    } else {
+        m_pImpl->InvalidateAll();
+    }
 }
 
 OleColor LabelSurface::BackColor() const {
@@ -339,6 +378,7 @@ OleColor LabelSurface::BackColor() const {
 }
 
 void LabelSurface::SetBackColor(OleColor color) {
+    if (m_pImpl->m_back == color) return;
     m_pImpl->m_back = color;
     m_pImpl->InvalidateAll();
 }

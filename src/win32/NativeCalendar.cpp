@@ -1,14 +1,16 @@
 #include "win32/NativeCalendar.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 #include <windowsx.h>
 
+#include "comkit/Bstr.h"
 #include "platform/HostError.h"
 #include "win32/CalendarKeys.h"
 #include "win32/CalendarSize.h"
 #include "win32/CommonControls.h"
 #include "win32/Dpi.h"
-#include "win32/OleColors.h"
+#include "win32/ShownColors.h"
 #include "win32/SystemClock.h"
 #include "win32/SystemTimes.h"
 
@@ -17,6 +19,8 @@ namespace kiv::win32 {
 namespace {
 
 constexpr int DaysPerWeek = 7;
+// What it is called inside the frame round it, whose caption says what the date is for.
+constexpr const wchar_t* AccessName = L"Date";
 
 // Whether a press there chooses a day, which the native calendar then reports with MCN_SELECT.
 bool IsDayAt(HWND calendar, LPARAM position) {
@@ -54,39 +58,38 @@ void NativeCalendar::ApplyValue() const {
 
 void NativeCalendar::SetMonthBackColor(OleColor color) {
     m_monthBack = color;
-    ApplyColor(MCSC_MONTHBK, color);
+    OnColorChanged();
 }
 
 void NativeCalendar::SetTitleBackColor(OleColor color) {
     m_titleBack = color;
-    ApplyColor(MCSC_TITLEBK, color);
+    OnColorChanged();
 }
 
 void NativeCalendar::SetTitleForeColor(OleColor color) {
     m_titleFore = color;
-    ApplyColor(MCSC_TITLETEXT, color);
+    OnColorChanged();
 }
 
 void NativeCalendar::SetTrailingForeColor(OleColor color) {
     m_trailingFore = color;
-    ApplyColor(MCSC_TRAILINGTEXT, color);
+    OnColorChanged();
 }
 
-void NativeCalendar::ApplyColor(WPARAM part, OleColor color) const {
-    if (!Window()) return;
-    const COLORREF wanted = ColorRefOf(color);
+void NativeCalendar::ApplyColor(WPARAM part, COLORREF wanted) const {
     // Each set repaints; most colours are what a new calendar has already.
     if (static_cast<COLORREF>(SendMessageW(Window(), MCM_GETCOLOR, part, 0)) != wanted)
         SendMessageW(Window(), MCM_SETCOLOR, part, static_cast<LPARAM>(wanted));
 }
 
-void NativeCalendar::ApplyColors() const {
-    ApplyColor(MCSC_BACKGROUND, GetBack());
-    ApplyColor(MCSC_TEXT, GetFore());
-    ApplyColor(MCSC_MONTHBK, m_monthBack);
-    ApplyColor(MCSC_TITLEBK, m_titleBack);
-    ApplyColor(MCSC_TITLETEXT, m_titleFore);
-    ApplyColor(MCSC_TRAILINGTEXT, m_trailingFore);
+void NativeCalendar::OnColorChanged() {
+    if (!Window()) return;
+    ApplyColor(MCSC_BACKGROUND, ShownColor(GetBack(), ColorUse::Face));
+    ApplyColor(MCSC_TEXT, ShownColor(GetFore(), GetEnabled() ? ColorUse::FieldText : ColorUse::GreyedText));
+    ApplyColor(MCSC_MONTHBK, ShownColor(m_monthBack, ColorUse::Field));
+    ApplyColor(MCSC_TITLEBK, ShownColor(m_titleBack, ColorUse::Title));
+    ApplyColor(MCSC_TITLETEXT, ShownColor(m_titleFore, ColorUse::TitleText));
+    ApplyColor(MCSC_TRAILINGTEXT, ShownColor(m_trailingFore, ColorUse::GreyedText));
 }
 
 void NativeCalendar::SetShowToday(bool show) {
@@ -113,7 +116,7 @@ void NativeCalendar::ApplyStartOfWeek() const {
 WindowDescription NativeCalendar::Describe() const {
     RegisterDateClasses();
     return {.className = MONTHCAL_CLASSW,
-            .text = reinterpret_cast<const wchar_t*>(Name().c_str()),
+            .text = AccessName,
             .style = m_bShowToday ? 0u : MCS_NOTODAY,
             .extendedStyle = 0,
             .place = {},
@@ -123,7 +126,7 @@ WindowDescription NativeCalendar::Describe() const {
 
 void NativeCalendar::OnOpened() {
     m_bPressingDay = m_bChangedWhilePressed = false;
-    ApplyColors();
+    OnColorChanged();
     ApplyStartOfWeek();
     SYSTEMTIME range[2] = {SystemTimeOf({{MinYear, 1, 1}, {}}), SystemTimeOf({{MaxYear, 12, 31}, {}})};
     SendMessageW(Window(), MCM_SETRANGE, GDTR_MIN | GDTR_MAX, reinterpret_cast<LPARAM>(range));
@@ -138,6 +141,13 @@ Rect NativeCalendar::EffectiveBounds() const {
     const int dpi = Context()->dpi;
     const SIZE size = CalendarSize(TraitsOrDefault(GetFontObject()), dpi, m_bShowToday);
     return {GetBounds().left, GetBounds().top, TwipsFromPixels(size.cx, dpi), TwipsFromPixels(size.cy, dpi)};
+}
+
+AccessibleFacts NativeCalendar::Access() const {
+    const SYSTEMTIME chosen = SystemTimeOf({Value(), {}});
+    wchar_t text[128] = {};
+    GetDateFormatW(LOCALE_USER_DEFAULT, DATE_LONGDATE, &chosen, nullptr, text, static_cast<int>(std::size(text)));
+    return {std::u16string(comkit::ToUtf16(AccessName)), ROLE_SYSTEM_TABLE, std::u16string(comkit::ToUtf16(text)), 0};
 }
 
 void NativeCalendar::OnNotify(const NMHDR& header) {

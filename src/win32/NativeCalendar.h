@@ -28,7 +28,7 @@ public:
     int StartOfWeek() const override { return m_lStartOfWeek; }
     void SetStartOfWeek(int day) override;
 
-    void OnSystemColorsChanged() override { ApplyColors(); }
+    void OnSystemColorsChanged() override { OnColorChanged(); }
 
 private:
     WindowDescription Describe() const override;
@@ -36,14 +36,15 @@ private:
     void OnOpened() override;
     void KeepState() override;
     Rect EffectiveBounds() const override;
-    void OnColorChanged() override { ApplyColors(); }
+    void OnColorChanged() override;
     void OnFontChanged() override { MoveWindowToBounds(); }
+    void OnEnabledChanged() override { OnColorChanged(); }
+    AccessibleFacts Access() const override;
     void OnNotify(const NMHDR& header) override;
     LRESULT RunNative(NativeWindow& native, const Message& message) override;
     void AfterNative(const Message& message) override;
 
-    void ApplyColors() const;
-    void ApplyColor(WPARAM part, OleColor color) const;
+    void ApplyColor(WPARAM part, COLORREF wanted) const;
     void ApplyStartOfWeek() const;
     void ApplyValue() const;
     void NoteSelectionChange();

@@ -1,11 +1,13 @@
 #include "win32/NativeCheckBox.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 
 #include <string>
 
 #include "comkit/Bstr.h"
-#include "win32/OleColors.h"
+#include "win32/AccessKeys.h"
+#include "win32/ShownColors.h"
 
 namespace kiv::win32 {
 
@@ -60,22 +62,13 @@ void NativeCheckBox::OnCommand(WORD code) {
 }
 
 HBRUSH NativeCheckBox::OnControlColor(HDC dc) {
-    SetTextColor(dc, ColorRefOf(GetEnabled() ? GetFore() : SystemColor::GreyText));
-    SetBkColor(dc, ColorRefOf(GetBack()));
-    return BrushFor(dc, GetBack());
+    SetTextColor(dc, ShownTextColor(GetFore(), GetEnabled()));
+    SetBkColor(dc, ShownColor(GetBack(), ColorUse::Face));
+    return FaceBrush(dc, GetBack());
 }
 
-wchar_t MnemonicOf(std::u16string_view caption) noexcept {
-    for (std::size_t i = 0; i + 1 < caption.size(); ++i) {
-        if (caption[i] != u'&') continue;
-        auto letter = static_cast<wchar_t>(caption[i + 1]);
-        if (letter != L'&') {
-            CharUpperBuffW(&letter, 1);
-            return letter;
-        }
-        ++i;
-    }
-    return 0;
+AccessibleFacts NativeCheckBox::Access() const {
+    return {WithoutAccessKey(m_strCaption), ROLE_SYSTEM_CHECKBUTTON, {}, Value() ? STATE_SYSTEM_CHECKED : 0};
 }
 
 }  // namespace kiv::win32

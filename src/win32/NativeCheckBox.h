@@ -26,12 +26,10 @@ private:
     void KeepState() override;
     void OnCommand(WORD code) override;
     HBRUSH OnControlColor(HDC dc) override;
+    AccessibleFacts Access() const override;
 
     std::u16string m_strCaption;
     int m_lValue = 0;
 };
-
-/// The letter behind the first single '&' of a caption, in upper case; 0 where there is none.
-wchar_t MnemonicOf(std::u16string_view caption) noexcept;
 
 }  // namespace kiv::win32

@@ -1,14 +1,16 @@
 #include "win32/NativeFrame.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
 
 #include <algorithm>
 
 #include "comkit/Bstr.h"
 #include "comkit/Handle.h"
+#include "win32/AccessKeys.h"
 #include "win32/InputMessages.h"
-#include "win32/OleColors.h"
 #include "win32/PaintScope.h"
+#include "win32/ShownColors.h"
 
 namespace kiv::win32 {
 
@@ -56,8 +58,12 @@ std::optional<LRESULT> NativeFrame::HandleInstead(const Message& message) {
             return result;
         }
         default:
-            return std::nullopt;
+            return ChildWidget::HandleInstead(message);
     }
+}
+
+AccessibleFacts NativeFrame::Access() const {
+    return {WithoutAccessKey(m_strCaption), ROLE_SYSTEM_GROUPING, {}, 0};
 }
 
 LRESULT NativeFrame::RunNative(NativeWindow& native, const Message& message) {
@@ -71,7 +77,7 @@ void NativeFrame::Paint(HDC dc) const {
     const comkit::GdiSelection font(dc, FontHandle());
     RECT border{};
     GetClientRect(Window(), &border);
-    FillWithColor(dc, border, GetBack());
+    FillFace(dc, border, GetBack());
     TEXTMETRICW metrics{};
     GetTextMetricsW(dc, &metrics);
     border.top += metrics.tmHeight / 2;
@@ -94,9 +100,9 @@ void NativeFrame::PaintCaption(HDC dc, const RECT& border) const {
     area.bottom = needed.bottom;
     if (area.right <= area.left) return;
 
-    FillWithColor(dc, {area.left - padding, area.top, area.right + padding, area.bottom}, GetBack());
+    FillFace(dc, {area.left - padding, area.top, area.right + padding, area.bottom}, GetBack());
     SetBkMode(dc, TRANSPARENT);
-    SetTextColor(dc, ColorRefOf(GetEnabled() ? GetFore() : SystemColor::GreyText));
+    SetTextColor(dc, ShownTextColor(GetFore(), GetEnabled()));
     DrawTextW(dc, text.c_str(), -1, &area, format);
 }
 

@@ -20,6 +20,7 @@ private:
     bool WantsTabStop() const noexcept override { return false; }
     std::optional<LRESULT> HandleInstead(const Message& message) override;
     LRESULT RunNative(NativeWindow& native, const Message& message) override;
+    AccessibleFacts Access() const override;
     void Paint(HDC dc) const;
     void PaintCaption(HDC dc, const RECT& border) const;
 

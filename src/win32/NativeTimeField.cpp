@@ -1,6 +1,9 @@
 #include "win32/NativeTimeField.h"
 
 #include <commctrl.h>
+#include <oleacc.h>
+
+#include <iterator>
 
 #include "comkit/Bstr.h"
 #include "platform/HostError.h"
@@ -84,6 +87,15 @@ LRESULT NativeTimeField::RunNative(NativeWindow& native, const Message& message)
     if (message.id == WM_SETFOCUS && message.window == native.Handle() && IsWine())
         native.CallNative({message.window, WM_KEYDOWN, VK_RIGHT, 1});
     return result;
+}
+
+AccessibleFacts NativeTimeField::Access() const {
+    const SYSTEMTIME shown = SystemTimeOf(Value());
+    wchar_t text[128] = {};
+    GetTimeFormatW(LOCALE_USER_DEFAULT, 0, &shown, comkit::ToWide(m_strFormat).data(), text,
+                   static_cast<int>(std::size(text)));
+    // The native field's text is its value, so its name has to be told.
+    return {u"Time", ROLE_SYSTEM_SPINBUTTON, std::u16string(comkit::ToUtf16(text)), 0};
 }
 
 // The native field notifies more often than its value changes.

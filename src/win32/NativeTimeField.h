@@ -25,6 +25,7 @@ private:
     void KeepState() override;
     bool ClicksByMouse() const noexcept override { return true; }
     void OnNotify(const NMHDR& header) override;
+    AccessibleFacts Access() const override;
     LRESULT RunNative(NativeWindow& native, const Message& message) override;
 
     void ApplyFormat() const;

@@ -6,8 +6,8 @@
 #include "win32/Dpi.h"
 #include "win32/InputMessages.h"
 #include "win32/ModuleInstance.h"
-#include "win32/OleColors.h"
 #include "win32/PaintScope.h"
+#include "win32/ShownColors.h"
 #include "win32/SurfaceClass.h"
 #include "win32/SurfacePicture.h"
 
@@ -146,10 +146,11 @@ std::optional<LRESULT> ControlSurface::Impl::HandleInstead(const Message& messag
             const PaintScope scope(message);
             RECT area{};
             GetClientRect(message.window, &area);
-            FillWithColor(scope.Dc(), area, m_back);
+            FillFace(scope.Dc(), area, m_back);
             return 0;
         }
         case WM_SYSCOLORCHANGE:
+        case WM_SETTINGCHANGE:
             OnSystemColorsChanged(message);
             return 0;
         default:
@@ -161,7 +162,7 @@ std::optional<LRESULT> ControlSurface::Impl::HandleInstead(const Message& messag
 void ControlSurface::Impl::OnSystemColorsChanged(const Message& message) {
     for (ChildWidget* const child : Context()->children) {
         if (!child->Window()) continue;
-        SendMessageW(child->Window(), message.id, 0, 0);
+        SendMessageW(child->Window(), message.id, message.wParam, message.lParam);
         child->OnSystemColorsChanged();
     }
     RedrawWindow(message.window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
