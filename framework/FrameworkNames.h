@@ -23,6 +23,8 @@ inline constexpr const wchar_t* ReadDefinition = L"ReadDefinition";
 inline constexpr const wchar_t* WriteDefinition = L"WriteDefinition";
 inline constexpr const wchar_t* WriteValue = L"WriteValue";
 inline constexpr const wchar_t* SetWriteEnabled = L"SetWriteEnabled";
+// Collection.
+inline constexpr const wchar_t* Add = L"Add";
 // Registry object.
 inline constexpr const wchar_t* OpenKey = L"OpenKey";
 inline constexpr const wchar_t* CreateKey = L"CreateKey";
@@ -32,7 +34,13 @@ inline constexpr const wchar_t* CloseKey = L"CloseKey";
 }  // namespace Member
 
 namespace EventId {
+// Hidden control.
 inline constexpr long ValueReceived = 1;
+// Help definition.
+inline constexpr long HelpContextIDChange = 1;
+inline constexpr long HelpFileChange = 2;
+inline constexpr long WhatsThisHelpIDChange = 3;
+inline constexpr long WhatsThisHelpIDsChange = 4;
 }  // namespace EventId
 
 }  // namespace vexa

@@ -2,7 +2,9 @@
 // conversion shows.
 #pragma once
 
+#include <cstdint>
 #include <functional>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +22,10 @@ public:
         changes.emplace_back(key);
         if (onPropertyChanged) onPropertyChanged(key);
     }
+    void SetExtenderNumber(std::u16string_view name, std::int32_t value) override {
+        if (onExtender) onExtender();
+        extender[std::u16string(name)] = value;
+    }
     void MarkDirty() override { ++dirtyMarks; }
     Point ToContainerPosition(const Point& twips) const override { return {twips.x * 10, twips.y * 10}; }
 
@@ -32,6 +38,8 @@ public:
     std::vector<std::u16string> changes;
     int dirtyMarks = 0;  ///< what was to be saved without being announced
     std::function<void(std::u16string_view)> onPropertyChanged;
+    std::map<std::u16string, std::int32_t> extender;  ///< what the control set on its wrapper
+    std::function<void()> onExtender;                 ///< runs before that; may throw
 };
 
 }  // namespace kiv::headless

@@ -1,5 +1,7 @@
 #include "headless/HeadlessFramework.h"
 
+#include <numeric>
+
 #include "platform/HostError.h"
 
 namespace kiv::headless {
@@ -49,6 +51,36 @@ private:
     std::shared_ptr<DataDefinition> m_definition;
 };
 
+class MemoryElementControl final : public ElementControl {
+public:
+    MemoryElementControl(HeadlessFramework& framework, std::int16_t index) : m_framework(framework), m_index(index) {}
+    DataElementPtr Data() override {
+        m_framework.Note("data " + std::to_string(m_index), false);
+        return std::make_shared<MemoryElement>(m_framework, m_index);
+    }
+
+private:
+    HeadlessFramework& m_framework;
+    std::int16_t m_index;
+};
+
+class MemoryWalk final : public ElementWalk {
+public:
+    MemoryWalk(HeadlessFramework& framework, std::vector<std::int16_t> order)
+        : m_framework(framework), m_order(std::move(order)) {}
+    std::unique_ptr<ElementControl> Next() override {
+        if (m_next == m_order.size()) return nullptr;
+        const std::int16_t index = m_order[m_next++];
+        m_framework.Note("next " + std::to_string(index), false);
+        return std::make_unique<MemoryElementControl>(m_framework, index);
+    }
+
+private:
+    HeadlessFramework& m_framework;
+    std::vector<std::int16_t> m_order;
+    std::size_t m_next = 0;
+};
+
 }  // namespace
 
 class HeadlessHidden final : public HiddenControl {
@@ -72,6 +104,16 @@ public:
         return std::make_shared<MemoryElement>(m_framework, index);
     }
 
+    std::unique_ptr<ElementWalk> Elements() override {
+        m_framework.Note("elements", false);
+        std::vector<std::int16_t> order = m_framework.walkOrder;
+        if (order.empty()) {
+            order.resize(m_framework.definitions.size());
+            std::iota(order.begin(), order.end(), std::int16_t{0});
+        }
+        return std::make_unique<MemoryWalk>(m_framework, std::move(order));
+    }
+
 private:
     HeadlessFramework& m_framework;
 };
@@ -82,6 +124,16 @@ std::unique_ptr<HiddenControl> HeadlessFramework::CreateHiddenControl(std::int16
     ++created;
     definitions.resize(static_cast<std::size_t>(elementCount));
     return std::make_unique<HeadlessHidden>(*this, listener);
+}
+
+CollectionPtr HeadlessFramework::CreateCollection() {
+    Note("create collection", false);
+    return std::make_shared<HeadlessCollection>(Noter());
+}
+
+HelpDefinitionPtr HeadlessFramework::CreateHelpDefinition() {
+    Note("create help", false);
+    return std::make_shared<HeadlessHelp>(Noter());
 }
 
 bool HeadlessFramework::Deliver(std::int16_t index, std::u16string_view value) {

@@ -13,9 +13,9 @@
 
 namespace kiv::headless {
 
-class HeadlessLabel final : public HeadlessWidget<Label> {
+class HeadlessLabel final : public HeadlessChild<Label> {
 public:
-    using HeadlessWidget::HeadlessWidget;
+    using HeadlessChild::HeadlessChild;
 
     std::u16string Caption() const override { return m_caption; }
     bool SetCaption(std::u16string_view caption) override;

@@ -4,6 +4,7 @@
 #include "headless/HeadlessContainer.h"
 #include "headless/HeadlessFont.h"
 #include "headless/HeadlessFramework.h"
+#include "headless/HeadlessHelp.h"
 #include "headless/HeadlessSettings.h"
 #include "headless/HeadlessSurface.h"
 #include "headless/HeadlessSystem.h"
@@ -17,10 +18,11 @@ struct HeadlessPlatform {
     HeadlessTimers timers;
     HeadlessSettings settings;
     HeadlessFramework framework;
+    HeadlessApplicationHelp help;
     HeadlessContainer container;
     HeadlessSurface surface{clock};
 
-    ControlPlatform Platform() { return {surface, container, clock, timeZone, timers, settings, framework}; }
+    ControlPlatform Platform() { return {surface, container, clock, timeZone, timers, settings, framework, help}; }
 };
 
 }  // namespace kiv::headless

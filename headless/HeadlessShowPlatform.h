@@ -4,6 +4,7 @@
 #include "headless/HeadlessContainer.h"
 #include "headless/HeadlessFont.h"
 #include "headless/HeadlessFramework.h"
+#include "headless/HeadlessHelp.h"
 #include "headless/HeadlessLabelArea.h"
 #include "headless/HeadlessRegionalNames.h"
 #include "headless/HeadlessSystem.h"
@@ -14,11 +15,12 @@ namespace kiv::headless {
 struct HeadlessShowPlatform {
     HeadlessShowPlatform() { container.instanceName = u"KivShowDateTime1"; }
 
-    ShowPlatform Platform() { return {area, container, clock, names, framework}; }
+    ShowPlatform Platform() { return {area, container, clock, names, framework, help}; }
 
     HeadlessClock clock;
     HeadlessRegionalNames names;
     HeadlessFramework framework;
+    HeadlessApplicationHelp help;
     HeadlessContainer container;
     HeadlessLabelArea area;
 };

@@ -82,7 +82,7 @@ bool HeadlessCheckBox::UserToggles() {
 }
 
 HeadlessCalendar::HeadlessCalendar(HeadlessSurface& surface, const WidgetState* parent, std::u16string_view name)
-    : HeadlessWidget(surface, parent, name), m_value(surface.PcClock().Now().date) {
+    : HeadlessChild(surface, parent, name), m_value(surface.PcClock().Now().date) {
     FitToFont();
 }
 
@@ -121,7 +121,7 @@ bool HeadlessCalendar::UserPicks(const CivilDate& date) {
 }
 
 HeadlessTimeField::HeadlessTimeField(HeadlessSurface& surface, const WidgetState* parent, std::u16string_view name)
-    : HeadlessWidget(surface, parent, name), m_value(surface.PcClock().Now()) {}
+    : HeadlessChild(surface, parent, name), m_value(surface.PcClock().Now()) {}
 
 void HeadlessTimeField::SetValue(const DateTime& value) {
     if (!IsValidDate(value.date) || !IsValidTime(value.time) || value.date.year < Calendar::MinYear) {

@@ -31,6 +31,10 @@ public:
     }
     std::size_t ChildCount() const noexcept { return m_children.size(); }
 
+    std::u16string focused;           ///< the child that has the keyboard focus
+    std::function<void()> onFocus;    ///< runs when a child got it
+    std::function<void()> onSetHelp;  ///< runs before a child takes help topics; may throw
+
 protected:
     ~HeadlessRoot() = default;
 
@@ -111,9 +115,34 @@ protected:
     WidgetState m_state;
 };
 
-class HeadlessFrame final : public HeadlessWidget<Frame> {
+/// What the children have beyond that.
+template <typename Interface>
+class HeadlessChild : public HeadlessWidget<Interface> {
 public:
-    using HeadlessWidget::HeadlessWidget;
+    using HeadlessWidget<Interface>::HeadlessWidget;
+
+    WidgetHelp Help() const override { return m_help; }
+    void SetHelp(const WidgetHelp& help) override {
+        if (this->m_state.root.onSetHelp) this->m_state.root.onSetHelp();
+        m_help = help;
+    }
+
+protected:
+    void PutFocus() {
+        HeadlessRoot& root = this->m_state.root;
+        if (!this->m_state.IsReachable()) return;
+        root.focused = this->m_state.name;
+        // The hook may destroy the child, but not the area.
+        if (root.onFocus) root.onFocus();
+    }
+
+private:
+    WidgetHelp m_help;
+};
+
+class HeadlessFrame final : public HeadlessChild<Frame> {
+public:
+    using HeadlessChild::HeadlessChild;
     std::u16string Caption() const override { return m_caption; }
     void SetCaption(std::u16string_view caption) override { m_caption = caption; }
 
@@ -121,9 +150,9 @@ private:
     std::u16string m_caption;
 };
 
-class HeadlessCheckBox final : public HeadlessWidget<CheckBox> {
+class HeadlessCheckBox final : public HeadlessChild<CheckBox> {
 public:
-    using HeadlessWidget::HeadlessWidget;
+    using HeadlessChild::HeadlessChild;
     std::u16string Caption() const override { return m_caption; }
     void SetCaption(std::u16string_view caption) override { m_caption = caption; }
     int Value() const override { return m_value; }
@@ -137,7 +166,7 @@ private:
     int m_value = 0;
 };
 
-class HeadlessCalendar final : public HeadlessWidget<Calendar> {
+class HeadlessCalendar final : public HeadlessChild<Calendar> {
 public:
     HeadlessCalendar(HeadlessSurface& surface, const WidgetState* parent, std::u16string_view name);
     void SetBounds(const Rect& bounds) override;
@@ -157,6 +186,7 @@ public:
     void SetShowToday(bool show) override { m_showToday = show; }
     int StartOfWeek() const override { return m_startOfWeek; }
     void SetStartOfWeek(int day) override;
+    void TakeFocus() override { PutFocus(); }
 
     /// Chooses a day, then tells the listener.
     bool UserPicks(const CivilDate& date);
@@ -173,7 +203,7 @@ private:
     int m_startOfWeek = 1;
 };
 
-class HeadlessTimeField final : public HeadlessWidget<TimeField> {
+class HeadlessTimeField final : public HeadlessChild<TimeField> {
 public:
     HeadlessTimeField(HeadlessSurface& surface, const WidgetState* parent, std::u16string_view name);
 
@@ -181,6 +211,7 @@ public:
     void SetValue(const DateTime& value) override;
     std::u16string Format() const override { return m_format; }
     void SetFormat(std::u16string_view format) override { m_format = format; }
+    void TakeFocus() override { PutFocus(); }
 
     /// Changes the time of day, then tells the listener.
     bool UserEnters(const TimeOfDay& time);

@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "headless/HeadlessHelp.h"
+
 namespace kiv::headless {
 
 namespace {
@@ -39,6 +41,30 @@ private:
     std::shared_ptr<DataDefinition> m_definition;
 };
 
+class SimulatedElementControl final : public ElementControl {
+public:
+    SimulatedElementControl(std::shared_ptr<vexa::HiddenControlModel> model, std::int16_t index)
+        : m_model(std::move(model)), m_index(index) {}
+    DataElementPtr Data() override { return std::make_shared<SimulatedElement>(m_model, m_index); }
+
+private:
+    std::shared_ptr<vexa::HiddenControlModel> m_model;
+    std::int16_t m_index;
+};
+
+class SimulatedWalk final : public ElementWalk {
+public:
+    explicit SimulatedWalk(std::shared_ptr<vexa::HiddenControlModel> model) : m_model(std::move(model)) {}
+    std::unique_ptr<ElementControl> Next() override {
+        if (m_next >= m_model->ElementCount()) return nullptr;
+        return std::make_unique<SimulatedElementControl>(m_model, m_next++);
+    }
+
+private:
+    std::shared_ptr<vexa::HiddenControlModel> m_model;
+    std::int16_t m_next = 0;
+};
+
 class SimulatedHidden final : public HiddenControl {
 public:
     explicit SimulatedHidden(std::shared_ptr<vexa::HiddenControlModel> model) : m_model(std::move(model)) {}
@@ -50,12 +76,21 @@ public:
         m_model->CheckIndex(index);
         return std::make_shared<SimulatedElement>(m_model, index);
     }
+    std::unique_ptr<ElementWalk> Elements() override { return std::make_unique<SimulatedWalk>(m_model); }
 
 private:
     std::shared_ptr<vexa::HiddenControlModel> m_model;
 };
 
 }  // namespace
+
+CollectionPtr SimulatedFramework::CreateCollection() {
+    return std::make_shared<HeadlessCollection>([](const std::string&) {});
+}
+
+HelpDefinitionPtr SimulatedFramework::CreateHelpDefinition() {
+    return std::make_shared<HeadlessHelp>([](const std::string&) {});
+}
 
 std::unique_ptr<HiddenControl> SimulatedFramework::CreateHiddenControl(std::int16_t elementCount,
                                                                        DeviceValueListener& listener) {

@@ -15,6 +15,8 @@ public:
 
     std::unique_ptr<HiddenControl> CreateHiddenControl(std::int16_t elementCount,
                                                        DeviceValueListener& listener) override;
+    CollectionPtr CreateCollection() override;
+    HelpDefinitionPtr CreateHelpDefinition() override;
 
 private:
     vexa::FrameworkSimulation& m_simulation;

@@ -114,7 +114,7 @@ private:
     headless::HeadlessPlatform m_world;
     headless::SimulatedFramework m_framework{m_simulation};
     ControlPlatform m_platform{m_world.surface, m_world.container, m_world.clock, m_world.timeZone,
-                               m_world.timers,  m_world.settings,  m_framework};
+                               m_world.timers,  m_world.settings,  m_framework,   m_world.help};
     Host m_host{m_device};
     SetControl m_control{m_platform, m_host};
 };

@@ -14,7 +14,7 @@ src/setcontrol  : common platform                                               
 src/showcontrol : common platform                                                       : -
 src/pages       : common platform                                                       : -
 src/win32       : platform comkit framework                                             : -
-src/server      : platform common setcontrol showcontrol pages win32 comkit framework   : KivDateTime.h
+src/server      : platform common setcontrol showcontrol pages win32 comkit framework   : KivDateTime.h Vexa.h
 comkit          : -                                                                     : -
 framework       : -                                                                     : -
 headless        : platform common setcontrol showcontrol simulator                      : -

@@ -37,6 +37,13 @@ DataElementPtr FrameworkLink::Element(std::int16_t index) {
     return element;
 }
 
+std::unique_ptr<ElementWalk> FrameworkLink::Elements() {
+    const std::shared_ptr<HiddenControl> hidden = Hidden();
+    std::unique_ptr<ElementWalk> elements = m_lifeline.CallOut([&] { return hidden->Elements(); });
+    if (!elements) ThrowNotSet();
+    return elements;
+}
+
 std::shared_ptr<DataDefinition> FrameworkLink::Definition(const DataElementPtr& element) const {
     std::shared_ptr<DataDefinition> definition = m_lifeline.CallOut([&] { return element->Definition(); });
     if (!definition) ThrowNotSet();

@@ -24,6 +24,9 @@ public:
     /// the control is in run mode.
     DataElementPtr Element(std::int16_t index);
 
+    /// The element controls, one after the other; never null. Throws like Element.
+    std::unique_ptr<ElementWalk> Elements();
+
     /// Its data definition object, never null. Throws like Element.
     std::shared_ptr<DataDefinition> Definition(const DataElementPtr& element) const;
 

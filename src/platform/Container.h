@@ -1,6 +1,7 @@
 // The container, as a control sees it: ambient properties, the extender, change notification, units.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -27,6 +28,9 @@ public:
 
     /// Something that is saved changed without being announced: the control needs saving, and that is all.
     virtual void MarkDirty() {}
+
+    /// Sets a property of the object that the container wraps the control in. Throws where there is none such.
+    virtual void SetExtenderNumber(std::u16string_view name, std::int32_t value) = 0;
 
     /// From twips to the container's position units, x and y apart.
     virtual Point ToContainerPosition(const Point& twips) const = 0;

@@ -3,6 +3,7 @@
 
 namespace kiv {
 
+class ApplicationHelp;
 class Clock;
 class Container;
 class Framework;
@@ -19,6 +20,7 @@ struct ControlPlatform {
     TimerFactory& timers;
     SettingsStore& settings;
     Framework& framework;
+    ApplicationHelp& help;
 };
 
 }  // namespace kiv

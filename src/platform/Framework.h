@@ -38,6 +38,21 @@ public:
 
 using DataElementPtr = std::shared_ptr<DataElement>;
 
+/// One of the hidden control's element controls.
+class ElementControl {
+public:
+    virtual ~ElementControl() = default;
+    virtual DataElementPtr Data() = 0;
+};
+
+/// A walk over the element controls, in the framework's order.
+class ElementWalk {
+public:
+    virtual ~ElementWalk() = default;
+    /// Null at the end. A walk whose step failed is not to be continued.
+    virtual std::unique_ptr<ElementControl> Next() = 0;
+};
+
 /// Values arriving from the device.
 class DeviceValueListener {
 public:
@@ -51,7 +66,30 @@ public:
     virtual ~HiddenControl() = default;
     /// Throws when the index is unknown.
     virtual DataElementPtr Element(std::int16_t index) = 0;
+    virtual std::unique_ptr<ElementWalk> Elements() = 0;
 };
+
+/// Something of the framework's own that a control keeps and hands back as it is.
+class FrameworkObject {
+public:
+    virtual ~FrameworkObject() = default;
+};
+
+using FrameworkObjectPtr = std::shared_ptr<FrameworkObject>;
+
+/// The framework's list of objects.
+class Collection : public FrameworkObject {
+public:
+    /// The element must be one of the same framework.
+    virtual void Add(const DataElementPtr& element) = 0;
+    /// Takes each item once and lets it go again.
+    virtual void Walk() = 0;
+};
+
+using CollectionPtr = std::shared_ptr<Collection>;
+
+class HelpDefinition;  // platform/FrameworkHelp.h
+using HelpDefinitionPtr = std::shared_ptr<HelpDefinition>;
 
 class Framework {
 public:
@@ -59,6 +97,8 @@ public:
     /// The listener must outlive the hidden control.
     virtual std::unique_ptr<HiddenControl> CreateHiddenControl(std::int16_t elementCount,
                                                                DeviceValueListener& listener) = 0;
+    virtual CollectionPtr CreateCollection() = 0;
+    virtual HelpDefinitionPtr CreateHelpDefinition() = 0;
 };
 
 }  // namespace kiv

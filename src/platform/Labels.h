@@ -11,7 +11,7 @@
 namespace kiv {
 
 /// One line of text, clipped at the label's edge. A disabled label is drawn greyed.
-class Label : public Widget {
+class Label : public ChildControl {
 public:
     virtual std::u16string Caption() const = 0;
     /// True when the caption changed. Setting the text that it has already repaints and allocates nothing.

@@ -3,6 +3,7 @@
 
 namespace kiv {
 
+class ApplicationHelp;
 class Clock;
 class Container;
 class Framework;
@@ -15,6 +16,7 @@ struct ShowPlatform {
     Clock& clock;
     RegionalNames& names;
     Framework& framework;
+    ApplicationHelp& help;
 };
 
 }  // namespace kiv

@@ -40,13 +40,26 @@ public:
     virtual void SetFont(const FontPtr& font) = 0;
 };
 
-class Frame : public Widget {
+/// Help topics of a child; 0 is none.
+struct WidgetHelp {
+    std::int32_t contextID = 0;    ///< the topic that F1 shows
+    std::int32_t whatsThisID = 0;  ///< the topic that pops up for a child pointed at
+};
+
+/// What all children have, but not the area that they lie in.
+class ChildControl : public Widget {
+public:
+    virtual WidgetHelp Help() const = 0;
+    virtual void SetHelp(const WidgetHelp& help) = 0;
+};
+
+class Frame : public ChildControl {
 public:
     virtual std::u16string Caption() const = 0;
     virtual void SetCaption(std::u16string_view caption) = 0;
 };
 
-class CheckBox : public Widget {
+class CheckBox : public ChildControl {
 public:
     virtual std::u16string Caption() const = 0;
     virtual void SetCaption(std::u16string_view caption) = 0;
@@ -57,7 +70,7 @@ public:
 
 /// Month calendar. Its size follows from its font: SetBounds moves it and leaves the size alone. BackColor is the
 /// surround of the months, ForeColor the text of the days. A new calendar shows the PC's present date.
-class Calendar : public Widget {
+class Calendar : public ChildControl {
 public:
     static constexpr int MinYear = 1753;
     static constexpr int MaxYear = 9999;
@@ -79,11 +92,13 @@ public:
     virtual int StartOfWeek() const = 0;
     /// Throws HostError 380 outside 1..7.
     virtual void SetStartOfWeek(int day) = 0;
+    /// Takes the keyboard focus; does nothing while it cannot (without a window, hidden, disabled).
+    virtual void TakeFocus() = 0;
 };
 
 /// Time of day with spin buttons. The value carries a date along that is not shown. A new field holds the PC's present
 /// date and time.
-class TimeField : public Widget {
+class TimeField : public ChildControl {
 public:
     virtual DateTime Value() const = 0;
     /// Throws HostError 380 for a date or time that does not exist, or a year below 1753; the value stays.
@@ -91,6 +106,8 @@ public:
     virtual std::u16string Format() const = 0;
     /// "hh:mm tt", "HH:mm:ss" and the like.
     virtual void SetFormat(std::u16string_view format) = 0;
+    /// As for a calendar.
+    virtual void TakeFocus() = 0;
 };
 
 /// Positions are twips from the source's top left corner.

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "comkit/Dispatch.h"
+#include "platform/HostError.h"
 #include "server/Extent.h"
 #include "win32/OleFont.h"
 
@@ -68,6 +69,14 @@ std::u16string ClientSite::InstanceName() const {
     }
     const comkit::Variant name = Ambient(DISPID_AMBIENT_DISPLAYNAME);
     return name.Type() == VT_EMPTY ? std::u16string() : TextOf(name);
+}
+
+void ClientSite::SetExtenderNumber(std::u16string_view name, std::int32_t value) const {
+    const auto site = m_pControlSite;
+    comkit::ComPtr<IDispatch> extender;
+    if (site) comkit::ThrowIfFailed(site->GetExtendedControl(extender.Put()));
+    if (!extender) throw HostError(ErrorNumber::ObjectNotSet);
+    comkit::Put(*extender, std::wstring(comkit::ToWide(name)).c_str(), value);
 }
 
 Point ClientSite::ToContainerPosition(const Point& twips) const {

@@ -1,12 +1,14 @@
 // The container's end of a control: client site, control site, ambient properties, extender.
 //
-// Everything here answers with a default where the container offers nothing or fails.
+// What is read answers with a default where the container offers nothing or fails.
 #pragma once
 
 #include <ocidl.h>
 #include <oleidl.h>
 
+#include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "comkit/ComPtr.h"
 #include "comkit/Variant.h"
@@ -31,6 +33,8 @@ public:
     FontPtr Font() const;
     /// The name that the container's extender gives the control; else the ambient display name; else empty.
     std::u16string InstanceName() const;
+    /// Puts a property of the container's extender. Throws where there is no extender, or none with such a property.
+    void SetExtenderNumber(std::u16string_view name, std::int32_t value) const;
     /// Twips to the container's position units; unchanged where the container has no units of its own.
     Point ToContainerPosition(const Point& twips) const;
 

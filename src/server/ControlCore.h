@@ -21,7 +21,7 @@ class ControlCore {
 public:
     virtual ~ControlCore() = default;
 
-    /// The control's own interfaces: the dual one and IDispatch. The pointer is not counted.
+    /// The control's own interfaces: the dual one, IDispatch, and IVexaSupport. The pointer is not counted.
     virtual void* FindInterface(REFIID iid) noexcept = 0;
     virtual win32::ControlSurface& Surface() noexcept = 0;
 

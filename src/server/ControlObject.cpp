@@ -1,5 +1,7 @@
 #include "server/ControlObject.h"
 
+#include <Vexa.h>
+
 #include "server/Boundary.h"
 #include "server/Module.h"
 
@@ -65,7 +67,7 @@ HRESULT ControlObject::GetGUID(DWORD kind, GUID* out) {
 }
 
 HRESULT ControlObject::InterfaceSupportsErrorInfo(REFIID iid) {
-    return IsEqualIID(iid, m_class.dualInterface) ? S_OK : S_FALSE;
+    return IsEqualIID(iid, m_class.dualInterface) || IsEqualIID(iid, __uuidof(IVexaSupport)) ? S_OK : S_FALSE;
 }
 
 void ControlObject::OnLoaded() {

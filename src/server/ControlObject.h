@@ -59,6 +59,9 @@ private:
     FontPtr AmbientFont() const override;
     std::u16string InstanceName() const override { return m_site.InstanceName(); }
     void PropertyChanged(std::u16string_view key) override;
+    void SetExtenderNumber(std::u16string_view name, std::int32_t value) override {
+        m_site.SetExtenderNumber(name, value);
+    }
     Point ToContainerPosition(const Point& twips) const override { return m_site.ToContainerPosition(twips); }
 
     // win32::SurfaceSite

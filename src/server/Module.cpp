@@ -6,6 +6,7 @@
 #include "comkit/Errors.h"
 #include "comkit/Registration.h"
 #include "server/DispatchInfo.h"
+#include "server/ResourceNumbers.h"
 
 namespace kiv::server {
 
@@ -18,6 +19,7 @@ struct CachedDispatch {
 
 struct Caches {
     comkit::ComPtr<ITypeLib> library;
+    comkit::ComPtr<ITypeLib> frameworkLibrary;
     std::vector<CachedDispatch> dispatch;
 };
 
@@ -35,11 +37,20 @@ public:
     ~CacheLock() { ReleaseSRWLockExclusive(&g_cacheLock); }
 };
 
+comkit::ComPtr<ITypeLib> LoadLibraryFrom(const std::wstring& file) {
+    comkit::ComPtr<ITypeLib> library;
+    comkit::ThrowIfFailed(LoadTypeLibEx(file.c_str(), REGKIND_NONE, library.Put()));
+    return library;
+}
+
 /// To be called with the lock held.
 Caches& OpenCaches() {
     if (!g_caches) {
         auto caches = std::make_unique<Caches>();
-        comkit::ThrowIfFailed(LoadTypeLibEx(Module::FileName().c_str(), REGKIND_NONE, caches->library.Put()));
+        const std::wstring file = Module::FileName();
+        caches->library = LoadLibraryFrom(file);
+        // A type library that is not the first one is asked for by its resource's number.
+        caches->frameworkLibrary = LoadLibraryFrom(file + L"\\" + std::to_wstring(TypeLibraryFramework));
         g_caches = std::move(caches);
     }
     return *g_caches;
@@ -76,7 +87,8 @@ std::shared_ptr<const DispatchInfo> Module::Dispatch(REFIID dualInterface) {
     for (const CachedDispatch& entry : caches.dispatch)
         if (IsEqualIID(entry.iid, dualInterface)) return entry.info;
     comkit::ComPtr<ITypeInfo> type;
-    comkit::ThrowIfFailed(caches.library->GetTypeInfoOfGuid(dualInterface, type.Put()));
+    if (FAILED(caches.library->GetTypeInfoOfGuid(dualInterface, type.Put())))
+        comkit::ThrowIfFailed(caches.frameworkLibrary->GetTypeInfoOfGuid(dualInterface, type.Put()));
     auto info = std::make_shared<const DispatchInfo>(std::move(type));
     caches.dispatch.push_back({dualInterface, info});
     return info;

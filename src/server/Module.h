@@ -25,7 +25,7 @@ public:
     static comkit::ComPtr<ITypeLib> TypeLibrary();
     /// Of an interface or a coclass in it. Throws comkit::ComError.
     static comkit::ComPtr<ITypeInfo> TypeInfo(REFGUID id);
-    /// Made once for each dual interface.
+    /// Made once for each dual interface, of the controls or of the framework.
     static std::shared_ptr<const DispatchInfo> Dispatch(REFIID dualInterface);
 
     /// Lets go of everything cached.

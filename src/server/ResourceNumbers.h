@@ -4,4 +4,7 @@
 
 #define BitmapSetControl 101
 
+/* The library's own type library is the first one, number 1. */
+#define TypeLibraryFramework 2
+
 #endif

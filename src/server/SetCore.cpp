@@ -6,7 +6,9 @@
 #include "server/SetDispatchPart.h"
 #include "server/SetEvents.h"
 #include "server/SetMembers.h"
+#include "server/VexaSupportPart.h"
 #include "setcontrol/SetControl.h"
+#include "win32/ApplicationHelpFile.h"
 #include "win32/LateBoundFramework.h"
 #include "win32/MessageTimer.h"
 #include "win32/OleFont.h"
@@ -23,14 +25,18 @@ public:
     explicit SetCore(ControlHost& host)
         : m_surface(host.SiteOfSurface()),
           m_events(host.Events()),
-          m_control({m_surface, host.ContainerSide(), m_clock, m_timeZone, m_timers, m_settings, m_framework},
+          m_control({m_surface, host.ContainerSide(), m_clock, m_timeZone, m_timers, m_settings, m_framework, m_help},
                     m_events),
-          m_dispatch(host, m_control) {
+          m_dispatch(host, m_control),
+          m_support(host, m_control) {
         // Whoever asks for the control's font is given an object, whether or not the container has one to offer.
         m_surface.SetFont(win32::DefaultFont());
     }
 
-    void* FindInterface(REFIID iid) noexcept override { return m_dispatch.Find(iid); }
+    void* FindInterface(REFIID iid) noexcept override {
+        void* const found = m_dispatch.Find(iid);
+        return found ? found : m_support.Find(iid);
+    }
     win32::ControlSurface& Surface() noexcept override { return m_surface; }
     void InitProperties() override { m_control.InitProperties(); }
     void ReadProperties(const PropertyBag& bag) override { m_control.ReadProperties(bag); }
@@ -47,10 +53,12 @@ private:
     win32::MessageTimerFactory m_timers;
     win32::RegistrySettings m_settings;
     win32::LateBoundFramework m_framework;
+    win32::ApplicationHelpFile m_help;
     win32::ControlSurface m_surface;
     SetEvents m_events;
     SetControl m_control;
     SetDispatchPart m_dispatch;
+    VexaSupportPart m_support;
 };
 
 }  // namespace

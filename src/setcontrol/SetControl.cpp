@@ -235,4 +235,14 @@ DateTimeInfo SetControl::GetDateTimeInfo() const {
     });
 }
 
+FrameworkObjectPtr SetControl::VexaHelpObject() const {
+    return m_pCore->Vexa().HelpObject();
+}
+FrameworkObjectPtr SetControl::VexaSubElements() const {
+    return m_pCore->Vexa().SubElements();
+}
+void SetControl::VexaSetControlFocus() {
+    m_pCore->Enter([core = m_pCore.get()] { core->SetFocus(); });
+}
+
 }  // namespace kiv

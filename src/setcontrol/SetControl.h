@@ -13,6 +13,7 @@
 #include <string>
 #include <string_view>
 
+#include "common/VexaSupport.h"
 #include "platform/Color.h"
 #include "platform/ControlPlatform.h"
 #include "platform/DateTime.h"
@@ -33,12 +34,12 @@ struct DateTimeInfo {
     bool enableDst = false;
 };
 
-class SetControl final {
+class SetControl final : public VexaSupport {
 public:
     static constexpr std::u16string_view ClassName = u"KivSetDateTime";
 
     SetControl(const ControlPlatform& platform, SetControlEvents& events);
-    ~SetControl();
+    ~SetControl() override;
     SetControl(const SetControl&) = delete;
     SetControl& operator=(const SetControl&) = delete;
 
@@ -122,6 +123,12 @@ public:
     void SetDataInUpload(bool upload);
 
     DateTimeInfo GetDateTimeInfo() const;
+
+    // For the framework; see VexaSupport.
+    FrameworkObjectPtr VexaHelpObject() const override;
+    std::u16string_view VexaDescription() const noexcept override { return ClassName; }
+    FrameworkObjectPtr VexaSubElements() const override;
+    void VexaSetControlFocus() override;
 
 private:
     // Shared, because a call in progress keeps the core alive when this object is destroyed meanwhile.

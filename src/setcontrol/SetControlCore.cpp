@@ -25,7 +25,9 @@ SetControlCore::SetControlCore(const ControlPlatform& platform, SetControlEvents
       m_bindings(m_context, m_framework),
       m_exchange(m_context, m_framework),
       m_properties(m_context, m_layout, m_bindings, m_exchange),
-      m_forwarding(m_context, m_properties, m_exchange) {
+      m_forwarding(m_context, m_properties, m_exchange),
+      m_help(m_context),
+      m_vexa(*this, {platform.framework, platform.help, m_context.Life()}, m_framework, m_help) {
     SetControlState& state = m_context.State();
     state.m_strRegistryKeyPath = std::u16string(RegistryKeyParent) + std::u16string(SetControl::ClassName);
     state.m_lScrollBarWidth = platform.surface.ScrollBarWidthPixels();
@@ -51,6 +53,7 @@ void SetControlCore::BeginLoad() {
 void SetControlCore::EndLoad() {
     m_context.State().m_bLoaded = true;
     if (m_context.State().IsRunning()) LoadRememberedChoice();
+    StartVexa();
     m_layout.ApplyMode();
     // It may have changed while properties were loaded, and was then not looked at.
     OnUserModeChanged();
@@ -103,16 +106,24 @@ void SetControlCore::OnUserModeChanged() {
     }
 }
 
+void SetControlCore::StartVexa() {
+    // Run mode may have ended meanwhile; a load within another leaves it to that one.
+    const SetControlState& state = m_context.State();
+    if (state.IsRunning() && !state.IsLoading()) m_vexa.Start();
+}
+
 void SetControlCore::EnterRunMode() {
     m_bindings.PushAll();
     m_exchange.ApplyUseSystemState();
     LoadRememberedChoice();
+    StartVexa();
     m_layout.ApplyMode();
 }
 
 void SetControlCore::LeaveRunMode() noexcept {
     m_exchange.StopTimer();
     SaveRememberedChoice();
+    m_vexa.Stop();
     m_framework.Release();
 }
 
@@ -121,6 +132,7 @@ void SetControlCore::Terminate() noexcept {
     if (std::exchange(state.m_bTerminated, true)) return;
     m_exchange.StopTimer();
     if (state.m_bUserMode) SaveRememberedChoice();
+    m_vexa.Stop();
     m_framework.Release();
 }
 

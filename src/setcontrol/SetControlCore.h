@@ -5,11 +5,13 @@
 
 #include "common/ControlEntry.h"
 #include "common/FrameworkLink.h"
+#include "common/VexaIntegration.h"
 #include "platform/Widgets.h"
 #include "setcontrol/DateTimeExchange.h"
 #include "setcontrol/EventForwarding.h"
 #include "setcontrol/SetControlBindings.h"
 #include "setcontrol/SetControlContext.h"
+#include "setcontrol/SetControlHelp.h"
 #include "setcontrol/SetControlLayout.h"
 #include "setcontrol/SetControlProperties.h"
 
@@ -23,6 +25,7 @@ public:
 
     SetControlProperties& Properties() noexcept { return m_properties; }
     const SetControlContext& Context() const noexcept { return m_context; }
+    const VexaIntegration& Vexa() const noexcept { return m_vexa; }
 
     // To be called within Enter.
     void InitProperties();
@@ -30,6 +33,7 @@ public:
     void WriteProperties(PropertyBag& bag);
     void OnShown();
     void OnUserModeChanged();
+    void SetFocus() { m_help.SetFocus(); }
 
     /// Stops timer, framework and settings; the children stay.
     void Terminate() noexcept;
@@ -52,6 +56,7 @@ private:
     void TakeDeviceValue(std::int16_t index, std::u16string_view value);
     void LoadRememberedChoice();
     void SaveRememberedChoice() noexcept;
+    void StartVexa();
     void EnterRunMode();
     void LeaveRunMode() noexcept;
 
@@ -62,6 +67,8 @@ private:
     DateTimeExchange m_exchange;
     SetControlProperties m_properties;
     EventForwarding m_forwarding;
+    SetControlHelp m_help;
+    VexaIntegration m_vexa;
 };
 
 }  // namespace kiv

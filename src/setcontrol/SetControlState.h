@@ -46,6 +46,8 @@ struct SetControlState : ControlState {
     std::int32_t m_lData24HrValue = 0;
     bool m_bDataInUpload = true;
     EditedParts m_edited;
+    std::int32_t m_lHelpContextID = 0;    ///< what the framework sent last
+    std::int32_t m_lWhatsThisHelpID = 0;  ///< the same, of the control as a whole
 
     bool Is12Hour() const noexcept { return m_lTimeFormat == m_lData12HrValue; }
     /// Whether timer, framework and settings may be used, as far as the control itself knows.

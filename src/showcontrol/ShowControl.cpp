@@ -246,4 +246,11 @@ void ShowControl::SetDataElementPath(std::int32_t index, std::u16string_view val
     CallSlot(*m_pCore, &DataBindings::SetElementPath, index, value);
 }
 
+FrameworkObjectPtr ShowControl::VexaHelpObject() const {
+    return m_pCore->Vexa().HelpObject();
+}
+FrameworkObjectPtr ShowControl::VexaSubElements() const {
+    return m_pCore->Vexa().SubElements();
+}
+
 }  // namespace kiv

@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+#include "common/VexaSupport.h"
 #include "platform/Color.h"
 #include "platform/Font.h"
 #include "platform/PropertyBag.h"
@@ -24,12 +25,12 @@ namespace kiv {
 
 class ShowControlCore;
 
-class ShowControl final {
+class ShowControl final : public VexaSupport {
 public:
     static constexpr std::u16string_view ClassName = u"KivShowDateTime";
 
     ShowControl(const ShowPlatform& platform, ShowControlEvents& events);
-    ~ShowControl();
+    ~ShowControl() override;
     ShowControl(const ShowControl&) = delete;
     ShowControl& operator=(const ShowControl&) = delete;
 
@@ -128,6 +129,13 @@ public:
     void SetDataVariableName(std::int32_t index, std::u16string_view value);
     std::u16string DataElementPath(std::int32_t index);
     void SetDataElementPath(std::int32_t index, std::u16string_view value);
+
+    // For the framework; see VexaSupport.
+    FrameworkObjectPtr VexaHelpObject() const override;
+    std::u16string_view VexaDescription() const noexcept override { return ClassName; }
+    FrameworkObjectPtr VexaSubElements() const override;
+    /// There is nothing to focus.
+    void VexaSetControlFocus() override {}
 
 private:
     std::shared_ptr<ShowControlCore> m_pCore;

@@ -33,7 +33,9 @@ ShowControlCore::ShowControlCore(const ShowPlatform& platform, ShowControlEvents
       m_display(m_context),
       m_layout(m_context, m_display),
       m_bindings(m_context, m_framework),
-      m_properties(m_context, m_display, m_layout, m_bindings) {
+      m_properties(m_context, m_display, m_layout, m_bindings),
+      m_help(m_context),
+      m_vexa(*this, {platform.framework, platform.help, m_context.Life()}, m_framework, m_help) {
     m_context.Children().lblCaption->SetBounds({0, 0, PreferredLabelWidth, MinLabelHeight});
     m_context.Children().lblValue->SetBounds({PreferredLabelWidth, 0, PreferredLabelWidth, MinLabelHeight});
 }
@@ -90,7 +92,8 @@ void ShowControlCore::OnUserModeChanged() {
     if (userMode == state.m_bRunning) return;
     if (userMode) {
         m_bindings.PushAll();
-        StartRunning();
+        // Run mode, or all, may have ended meanwhile.
+        if (m_context.IsUserModeNow()) StartRunning();
     } else {
         StopRunning();
     }
@@ -101,10 +104,12 @@ void ShowControlCore::OnUserModeChanged() {
 /// it comes with its first use.
 void ShowControlCore::StartRunning() {
     m_context.State().m_bRunning = true;
+    m_vexa.Start();
 }
 
 void ShowControlCore::StopRunning() noexcept {
     m_context.State().m_bRunning = false;
+    m_vexa.Stop();
     m_framework.Release();
 }
 

@@ -5,10 +5,12 @@
 
 #include "common/ControlEntry.h"
 #include "common/FrameworkLink.h"
+#include "common/VexaIntegration.h"
 #include "platform/PropertyBag.h"
 #include "platform/VariableObject.h"
 #include "showcontrol/ShowControlBindings.h"
 #include "showcontrol/ShowControlContext.h"
+#include "showcontrol/ShowControlHelp.h"
 #include "showcontrol/ShowControlLayout.h"
 #include "showcontrol/ShowControlProperties.h"
 #include "showcontrol/ShowDisplay.h"
@@ -22,6 +24,7 @@ public:
     static std::shared_ptr<ShowControlCore> Create(const ShowPlatform& platform, ShowControlEvents& events);
 
     ShowControlProperties& Properties() noexcept { return m_properties; }
+    const VexaIntegration& Vexa() const noexcept { return m_vexa; }
 
     // To be called within Enter.
     void InitProperties();
@@ -59,6 +62,8 @@ private:
     ShowControlLayout m_layout;
     ShowControlBindings m_bindings;
     ShowControlProperties m_properties;
+    ShowControlHelp m_help;
+    VexaIntegration m_vexa;
 };
 
 }  // namespace kiv

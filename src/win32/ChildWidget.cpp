@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "win32/ApplicationHelpFile.h"
 #include "win32/Dpi.h"
 
 namespace kiv::win32 {
@@ -36,6 +37,7 @@ void ChildWidget::Open() {
     OpenWindow(description);
     if (NeedsThemeOff()) SetWindowTheme(Window(), L"", L"");
     ApplyFont(false);
+    if (m_help.whatsThisID != 0) SetWindowContextHelpId(Window(), static_cast<DWORD>(m_help.whatsThisID));
     OnOpened();
 }
 
@@ -121,6 +123,23 @@ void ChildWidget::PutFont(const FontPtr& font) {
     // The object may have changed in place: what it describes now decides, not whether it is another object.
     if (Window()) UpdateFont();
     OnFontChanged();
+}
+
+void ChildWidget::PutHelp(const WidgetHelp& help) {
+    m_help = help;
+    if (Window()) SetWindowContextHelpId(Window(), static_cast<DWORD>(help.whatsThisID));
+}
+
+bool ChildWidget::AnswersHelp(const HELPINFO& help) {
+    if (help.iContextType != HELPINFO_WINDOW) return false;
+    // The key and the pointer ask by the same message.
+    const bool byKey = GetKeyState(VK_F1) < 0;
+    return ApplicationHelpFile::Show({Window(), byKey ? m_help.contextID : m_help.whatsThisID, !byKey});
+}
+
+void ChildWidget::PutFocus() {
+    const HWND window = Window();
+    if (window && IsWindowVisible(window) && IsWindowEnabled(window)) SetFocus(window);
 }
 
 void ChildWidget::ApplyFont(bool redraw) {

@@ -49,6 +49,10 @@ protected:
     void PutFore(OleColor color);
     const FontPtr& GetFontObject() const noexcept { return m_pFont; }
     void PutFont(const FontPtr& font);
+    const WidgetHelp& GetHelp() const noexcept { return m_help; }
+    void PutHelp(const WidgetHelp& help);
+    /// *this may be gone afterwards.
+    void PutFocus();
 
     /// Class, text and the styles beyond those of visibility, enabling and tab stop.
     virtual WindowDescription Describe() const = 0;
@@ -64,6 +68,7 @@ protected:
     virtual void OnEnabledChanged() {}
     std::optional<LRESULT> HandleInstead(const Message& message) override;
 
+    bool AnswersHelp(const HELPINFO& help) override;
     void MoveWindowToBounds();
     HFONT FontHandle() const noexcept { return m_pGdiFont ? m_pGdiFont->Handle() : nullptr; }
 
@@ -80,6 +85,7 @@ private:
     OleColor m_fore = SystemColor::ButtonText;
     FontPtr m_pFont;
     GdiFontPtr m_pGdiFont;  ///< what the window has
+    WidgetHelp m_help;
 };
 
 template <class Interface>
@@ -99,6 +105,8 @@ public:
     void SetForeColor(OleColor color) override { PutFore(color); }
     FontPtr GetFont() const override { return GetFontObject(); }
     void SetFont(const FontPtr& font) override { PutFont(font); }
+    WidgetHelp Help() const override { return GetHelp(); }
+    void SetHelp(const WidgetHelp& help) override { PutHelp(help); }
 
 protected:
     Widget& Source() noexcept override { return *this; }

@@ -46,6 +46,9 @@ public:
     /// A font that was changed in place is taken over when it is set again.
     void SetFont(const FontPtr& font) override;
 
+    WidgetHelp Help() const override { return m_help; }
+    void SetHelp(const WidgetHelp& help) override { m_help = help; }
+
     std::u16string Caption() const override { return m_strCaption; }
     bool SetCaption(std::u16string_view caption) override;
     bool HasSunkenBorder() const override { return m_bSunken; }
@@ -72,6 +75,7 @@ private:
     OleColor m_fore = SystemColor::ButtonText;
     FontPtr m_pFont;
     std::u16string m_strCaption;
+    WidgetHelp m_help;
     mutable GdiFontPtr m_pGdiFont;  ///< made at the first drawing
     mutable int m_lFontDpi = 0;
 };

@@ -5,6 +5,7 @@
 
 #include "comkit/Bstr.h"
 #include "comkit/Handle.h"
+#include "win32/ApplicationHelpFile.h"
 #include "win32/Dpi.h"
 #include "win32/DrawnLabel.h"
 #include "win32/GdiFont.h"
@@ -80,6 +81,7 @@ public:
 
 private:
     void TellMouse(const MouseInput& input);
+    bool ShowHelpFor(const HELPINFO& help) const;
     Widget& SourceAt(POINT position) noexcept;
     bool IsPresent(const Widget* source) const noexcept;
     void Capture(bool wanted);
@@ -195,6 +197,9 @@ LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& messa
         case WM_SETTINGCHANGE:
             InvalidateAll();
             return 0;
+        case WM_HELP:
+            if (ShowHelpFor(*reinterpret_cast<const HELPINFO*>(message.lParam))) return TRUE;
+            break;
         case DpiChangedAfterParent:
             UseDpi(DpiOf(message.window));
             return 0;
@@ -241,6 +246,19 @@ void LabelSurface::Impl::TellMouse(const MouseInput& input) {
     if (!m_pListener || !IsPresent(&source)) return;
     if (isClick) m_pListener->OnClick(source);
     if (isDoubleClick) m_pListener->OnDblClick(source);
+}
+
+/// For a label that was pointed at, be it enabled or not.
+bool LabelSurface::Impl::ShowHelpFor(const HELPINFO& help) const {
+    if (help.iContextType != HELPINFO_WINDOW || GetKeyState(VK_F1) < 0) return false;
+    POINT position = help.MousePos;
+    ScreenToClient(Window(), &position);
+    for (const DrawnLabel* const label : m_labels) {
+        const RECT area = label->PixelRect();
+        if (!label->IsVisible() || !PtInRect(&area, position)) continue;
+        return ApplicationHelpFile::Show({Window(), label->Help().whatsThisID, true});
+    }
+    return false;
 }
 
 Widget& LabelSurface::Impl::SourceAt(POINT position) noexcept {

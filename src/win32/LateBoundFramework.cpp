@@ -2,18 +2,17 @@
 
 #include <windows.h>
 
-#include <ocidl.h>
-#include <olectl.h>
-
 #include <utility>
 
 #include "comkit/Dispatch.h"
 #include "comkit/Errors.h"
 #include "framework/FrameworkNames.h"
-#include "platform/HostError.h"
+#include "win32/EventConnection.h"
+#include "win32/FrameworkObjects.h"
 #include "win32/ObjectByProgId.h"
 #include "win32/ValueSink.h"
 #include "win32/VariantConversion.h"
+#include "win32/VariantWalk.h"
 
 namespace kiv::win32 {
 
@@ -22,14 +21,6 @@ using comkit::ComPtr;
 using comkit::Variant;
 
 namespace {
-
-ComPtr<IDispatch> ObjectOf(const Variant& result) {
-    ComPtr<IDispatch> object;
-    if (result.Type() == VT_DISPATCH) object = ComPtr<IDispatch>(result.Get().pdispVal);
-    if (result.Type() == VT_UNKNOWN) object = ComPtr<IDispatch>::From(result.Get().punkVal);
-    if (!object) throw HostError(ErrorNumber::ObjectNotSet);
-    return object;
-}
 
 VARIANT ByReference(LONG& target) noexcept {
     VARIANT result{};
@@ -105,52 +96,56 @@ private:
     ComPtr<IDispatch> m_pObject;
 };
 
-class LateBoundElement final : public DataElement {
+class LateBoundElement final : public DataElement, public AutomationObject {
 public:
-    explicit LateBoundElement(ComPtr<IDispatch> object) noexcept : m_pObject(std::move(object)) {}
+    using AutomationObject::AutomationObject;
 
     std::shared_ptr<DataDefinition> Definition() override {
-        return std::make_shared<LateBoundDefinition>(ObjectOf(comkit::Call(*m_pObject, vexa::Member::DataDefinition)));
+        return std::make_shared<LateBoundDefinition>(ObjectOf(comkit::Call(*Object(), vexa::Member::DataDefinition)));
+    }
+};
+
+class LateBoundElementControl final : public ElementControl {
+public:
+    explicit LateBoundElementControl(ComPtr<IDispatch> object) noexcept : m_pObject(std::move(object)) {}
+
+    DataElementPtr Data() override {
+        return std::make_shared<LateBoundElement>(ObjectOf(comkit::Call(*m_pObject, vexa::Member::DataElement)));
     }
 
 private:
     ComPtr<IDispatch> m_pObject;
 };
 
-class LateBoundHiddenControl final : public HiddenControl {
+class LateBoundWalk final : public ElementWalk {
 public:
-    LateBoundHiddenControl(std::int16_t elementCount, DeviceValueListener& listener)
-        : m_pObject(CreateObject(vexa::ProgId::HiddenControl)), m_pSink(comkit::MakeObject<ValueSink>(listener)) {
-        const auto container = m_pObject.As<IConnectionPointContainer>();
-        if (!container) throw comkit::ComError(CONNECT_E_NOCONNECTION);
-        comkit::ThrowIfFailed(container->FindConnectionPoint(ValueSink::EventSet(), m_pEvents.Put()));
-        comkit::ThrowIfFailed(m_pEvents->Advise(m_pSink.Get(), &m_lCookie));
-        try {
-            comkit::Put(*m_pObject, vexa::Member::ElementCount, elementCount);
-        } catch (...) {
-            Disconnect();
-            throw;
-        }
-    }
-    LateBoundHiddenControl(const LateBoundHiddenControl&) = delete;
-    LateBoundHiddenControl& operator=(const LateBoundHiddenControl&) = delete;
-    ~LateBoundHiddenControl() override { Disconnect(); }
+    explicit LateBoundWalk(IDispatch& hiddenControl) : m_items(hiddenControl) {}
 
-    DataElementPtr Element(std::int16_t index) override {
-        const ComPtr<IDispatch> control = ObjectOf(comkit::Call(*m_pObject, vexa::Member::Element, index));
-        return std::make_shared<LateBoundElement>(ObjectOf(comkit::Call(*control, vexa::Member::DataElement)));
+    std::unique_ptr<ElementControl> Next() override {
+        const auto item = m_items.Next();
+        return item ? std::make_unique<LateBoundElementControl>(ObjectOf(*item)) : nullptr;
     }
 
 private:
-    void Disconnect() noexcept {
-        m_pSink->Detach();
-        m_pEvents->Unadvise(m_lCookie);
+    VariantWalk m_items;
+};
+
+class LateBoundHiddenControl final : public HiddenControl {
+public:
+    LateBoundHiddenControl(std::int16_t elementCount, DeviceValueListener& listener)
+        : m_pObject(CreateObject(vexa::ProgId::HiddenControl)),
+          m_events(*m_pObject.Get(), comkit::MakeObject<ValueSink>(listener)) {
+        comkit::Put(*m_pObject, vexa::Member::ElementCount, elementCount);
     }
 
+    DataElementPtr Element(std::int16_t index) override {
+        return LateBoundElementControl(ObjectOf(comkit::Call(*m_pObject, vexa::Member::Element, index))).Data();
+    }
+    std::unique_ptr<ElementWalk> Elements() override { return std::make_unique<LateBoundWalk>(*m_pObject); }
+
+private:
     ComPtr<IDispatch> m_pObject;
-    ComPtr<ValueSink> m_pSink;
-    ComPtr<IConnectionPoint> m_pEvents;
-    DWORD m_lCookie = 0;
+    EventConnection<ValueSink> m_events;
 };
 
 }  // namespace
@@ -158,6 +153,14 @@ private:
 std::unique_ptr<HiddenControl> LateBoundFramework::CreateHiddenControl(std::int16_t elementCount,
                                                                        DeviceValueListener& listener) {
     return std::make_unique<LateBoundHiddenControl>(elementCount, listener);
+}
+
+CollectionPtr LateBoundFramework::CreateCollection() {
+    return MakeLateBoundCollection();
+}
+
+HelpDefinitionPtr LateBoundFramework::CreateHelpDefinition() {
+    return MakeLateBoundHelpDefinition();
 }
 
 }  // namespace kiv::win32

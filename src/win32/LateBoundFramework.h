@@ -2,7 +2,7 @@
 // framework is not installed, every call fails.
 //
 // The hidden control is made with its event sink advised; letting it go unadvises the sink first, so that the listener
-// hears nothing after that.
+// hears nothing after that. The same holds for a help definition that is attached.
 #pragma once
 
 #include "platform/Framework.h"
@@ -13,6 +13,8 @@ class LateBoundFramework final : public Framework {
 public:
     std::unique_ptr<HiddenControl> CreateHiddenControl(std::int16_t elementCount,
                                                        DeviceValueListener& listener) override;
+    CollectionPtr CreateCollection() override;
+    HelpDefinitionPtr CreateHelpDefinition() override;
 };
 
 }  // namespace kiv::win32

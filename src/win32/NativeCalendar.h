@@ -27,6 +27,7 @@ public:
     void SetShowToday(bool show) override;
     int StartOfWeek() const override { return m_lStartOfWeek; }
     void SetStartOfWeek(int day) override;
+    void TakeFocus() override { PutFocus(); }
 
     void OnSystemColorsChanged() override { OnColorChanged(); }
 

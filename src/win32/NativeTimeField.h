@@ -18,6 +18,7 @@ public:
     void SetValue(const DateTime& value) override;
     std::u16string Format() const override { return m_strFormat; }
     void SetFormat(std::u16string_view format) override;
+    void TakeFocus() override { PutFocus(); }
 
 private:
     WindowDescription Describe() const override;

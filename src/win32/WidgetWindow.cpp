@@ -34,6 +34,7 @@ LRESULT WidgetWindow::OnMessage(NativeWindow& native, const Message& original) {
     if (IsParent()) {
         if (const auto result = HandToChild(original)) return *result;
     }
+    if (original.id == WM_HELP && AnswersHelp(*reinterpret_cast<const HELPINFO*>(original.lParam))) return TRUE;
     if (const auto result = HandleInstead(original)) return *result;
 
     Message message = original;

@@ -49,6 +49,8 @@ protected:
     virtual Widget& Source() noexcept = 0;
     /// Complete handling of a message, instead of the native one. No listener may be called from here.
     virtual std::optional<LRESULT> HandleInstead(const Message&) { return std::nullopt; }
+    /// Shows help for the widget; false: the message goes on to the parents.
+    virtual bool AnswersHelp(const HELPINFO& /*help*/) { return false; }
     /// The native handling; a widget whose native class has none of its own for a message replaces it here.
     virtual LRESULT RunNative(NativeWindow& native, const Message& message) { return native.CallNative(message); }
     /// The native code has handled the message. No listener may be called from here.

@@ -39,6 +39,15 @@ protected:
                  t.control->OnUserModeChanged();
              }},
             {"terminate", [](T& t) { t.control->Terminate(); }},
+            {"run mode again",
+             [](T& t) {
+                 for (const bool userMode : {false, true}) {
+                     t.world.container.userMode = userMode;
+                     if (t.control) t.control->OnUserModeChanged();
+                 }
+             }},
+            {"focus", [](T& t) { t.control->VexaSetControlFocus(); }},
+            {"help file arrives", [](T& t) { headless::FireHelpFile(t.control->VexaHelpObject(), u"device.hlp"); }},
             {"click", [](T& t) { t.UseSystem().UserToggles(); }},
             {"pick",
              [](T& t) {
@@ -60,10 +69,13 @@ protected:
         host.onEvent = [this](const std::string&) { CallOut(); };
         world.container.onPropertyChanged = [this](std::u16string_view) { CallOut(); };
         world.surface.onSetSize = [this] { CallOut(); };
-        world.framework.fails = [this](const std::string&) {
-            CallOut();
+        world.framework.fails = [this](const std::string& call) {
+            // A collection is walked also by the control's own end.
+            if (call != "walk") CallOut();
             return false;
         };
+        world.surface.onFocus = [this] { CallOut(); };
+        world.help.onSet = [this] { CallOut(); };
     }
 
     /// A bag that calls out too.

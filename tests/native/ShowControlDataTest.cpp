@@ -254,7 +254,8 @@ TEST_F(ShowControlDataTest, EnteringRunModeGivesTheBindingsToTheFrameworkAndLeav
     control->OnUserModeChanged();
     EXPECT_EQ(world.framework.TakeCalls(),
               (std::vector<std::string>{"write 0 nciFormat", "write 1 nvoHour", "write 2 nvoMinute",
-                                        "write 3 nvoSecond", "write 4 nvoMonth", "write 5 nvoDay", "write 6 nvoYear"}));
+                                        "write 3 nvoSecond", "write 4 nvoMonth", "write 5 nvoDay", "write 6 nvoYear",
+                                        "read 0", "read 1", "read 2", "read 3", "read 4", "read 5", "read 6"}));
     control->OnUserModeChanged();
     EXPECT_EQ(world.framework.TakeCalls(), std::vector<std::string>{});
     Deliver(4, u"2");

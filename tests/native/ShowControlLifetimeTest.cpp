@@ -47,6 +47,8 @@ protected:
                  t.control->OnUserModeChanged();
              }},
             {"terminate", [](T& t) { t.control->Terminate(); }},
+            {"help file arrives", [](T& t) { headless::FireHelpFile(t.control->VexaHelpObject(), u"device.hlp"); }},
+            {"help topic arrives", [](T& t) { headless::FireWhatsThisID(t.control->VexaHelpObject(), 7); }},
             {"click", [](T& t) { t.ValueLabel().UserClicks(); }},
             {"double click", [](T& t) { t.CaptionLabel().UserDblClicks(); }},
             {"key", [](T& t) { t.world.area.UserPressesKey(65); }},
@@ -64,10 +66,13 @@ protected:
         host.onEvent = [this](const std::string&) { CallOut(); };
         world.container.onPropertyChanged = [this](std::u16string_view) { CallOut(); };
         world.area.onSetSize = [this] { CallOut(); };
-        world.framework.fails = [this](const std::string&) {
-            CallOut();
+        world.framework.fails = [this](const std::string& call) {
+            // A collection is walked also by the control's own end.
+            if (call != "walk") CallOut();
             return false;
         };
+        world.container.onExtender = [this] { CallOut(); };
+        world.help.onSet = [this] { CallOut(); };
     }
     void CallOut() {
         if (++m_calls == m_hookAt && m_hook) m_hook();

@@ -235,7 +235,7 @@ TEST_F(ShowControlPropertiesTest, RegionalNamesAreTakenAnewOnceTheyChanged) {
         std::u16string ToUpper(std::u16string_view text) const override { return std::u16string(text); }
         std::u16string months = u"old";
     } names;
-    ShowPlatform platform{world.area, world.container, world.clock, names, world.framework};
+    ShowPlatform platform{world.area, world.container, world.clock, names, world.framework, world.help};
     control = std::make_unique<ShowControl>(platform, host);
     control->InitProperties();
     EXPECT_EQ(Text(), "old-01-2000");

@@ -1,0 +1,76 @@
+#include "win32/FrameworkObjects.h"
+
+#include "comkit/Dispatch.h"
+#include "framework/FrameworkNames.h"
+#include "platform/FrameworkHelp.h"
+#include "platform/HostError.h"
+#include "win32/EventConnection.h"
+#include "win32/HelpSink.h"
+#include "win32/ObjectByProgId.h"
+#include "win32/VariantWalk.h"
+
+namespace kiv::win32 {
+
+using comkit::ComPtr;
+
+ComPtr<IDispatch> DispatchOf(const FrameworkObjectPtr& object) noexcept {
+    const auto* const automation = dynamic_cast<const AutomationObject*>(object.get());
+    return automation ? automation->Object() : nullptr;
+}
+
+ComPtr<IDispatch> ObjectOf(const comkit::Variant& result) {
+    ComPtr<IDispatch> object;
+    if (result.Type() == VT_DISPATCH) object = ComPtr<IDispatch>(result.Get().pdispVal);
+    if (result.Type() == VT_UNKNOWN) object = ComPtr<IDispatch>::From(result.Get().punkVal);
+    if (!object) throw HostError(ErrorNumber::ObjectNotSet);
+    return object;
+}
+
+namespace {
+
+class LateBoundCollection final : public Collection, public AutomationObject {
+public:
+    using AutomationObject::AutomationObject;
+
+    void Add(const DataElementPtr& element) override {
+        const auto& automation = dynamic_cast<const AutomationObject&>(*element);
+        comkit::Call(*Object(), vexa::Member::Add, automation.Object().Get());
+    }
+
+    void Walk() override {
+        VariantWalk items(*Object());
+        while (items.Next()) {
+        }
+    }
+};
+
+class LateBoundHelpDefinition final : public HelpDefinition, public AutomationObject {
+public:
+    using AutomationObject::AutomationObject;
+    LateBoundHelpDefinition(const LateBoundHelpDefinition&) = delete;
+    LateBoundHelpDefinition& operator=(const LateBoundHelpDefinition&) = delete;
+    ~LateBoundHelpDefinition() override { Detach(); }
+
+    void Attach(HelpListener& listener) override {
+        // Made aside: a Detach that comes in between finds nothing yet.
+        Connection connection(*Object().Get(), comkit::MakeObject<HelpSink>(listener));
+        m_connection.emplace(std::move(connection));
+    }
+    void Detach() noexcept override { m_connection.reset(); }
+
+private:
+    using Connection = EventConnection<HelpSink>;
+    std::optional<Connection> m_connection;
+};
+
+}  // namespace
+
+CollectionPtr MakeLateBoundCollection() {
+    return std::make_shared<LateBoundCollection>(CreateObject(vexa::ProgId::Collection));
+}
+
+HelpDefinitionPtr MakeLateBoundHelpDefinition() {
+    return std::make_shared<LateBoundHelpDefinition>(CreateObject(vexa::ProgId::HelpDefinition));
+}
+
+}  // namespace kiv::win32

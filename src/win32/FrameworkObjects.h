@@ -1,0 +1,38 @@
+// Framework objects that are automation objects: how the library keeps them and gives them back.
+#pragma once
+
+#include <oaidl.h>
+
+#include <memory>
+#include <utility>
+
+#include "comkit/ComPtr.h"
+#include "comkit/Variant.h"
+#include "platform/Framework.h"
+
+namespace kiv::win32 {
+
+/// Any of the framework's objects that is kept over its automation interface.
+class AutomationObject {
+public:
+    explicit AutomationObject(comkit::ComPtr<IDispatch> object) noexcept : m_pObject(std::move(object)) {}
+    AutomationObject(const AutomationObject&) = delete;
+    AutomationObject& operator=(const AutomationObject&) = delete;
+    virtual ~AutomationObject() = default;
+    const comkit::ComPtr<IDispatch>& Object() const noexcept { return m_pObject; }
+
+private:
+    comkit::ComPtr<IDispatch> m_pObject;
+};
+
+/// The very object that the framework gave; null for null and for what is no automation object.
+comkit::ComPtr<IDispatch> DispatchOf(const FrameworkObjectPtr& object) noexcept;
+
+/// The object that a late-bound call answered. Throws HostError 91 where it is none.
+comkit::ComPtr<IDispatch> ObjectOf(const comkit::Variant& result);
+
+/// Over the objects that are made by the framework's names. Throw comkit::ComError.
+CollectionPtr MakeLateBoundCollection();
+HelpDefinitionPtr MakeLateBoundHelpDefinition();
+
+}  // namespace kiv::win32
