@@ -22,41 +22,67 @@ void Activation::Activate() {
     m_host.EnsureInitialized();
     EnterPlace();
     if (!m_bActive) return;  // the container ended it while it was coming up
+    FollowUiDead();
     if (const auto site = m_site.Get()) site->ShowObject();
     if (m_bActive) m_pCore->OnShown();
+    TellKeysChanged();
 }
 
 void Activation::EnterPlace() {
     const auto place = m_site.Get().As<IOleInPlaceSite>();
     if (!place || place->CanInPlaceActivate() != S_OK) throw comkit::ComError(OLE_E_NOT_INPLACEACTIVE);
-    comkit::ThrowIfFailed(place->OnInPlaceActivate());
+    if (m_bActive) return;  // asked whether it may, the container did it
     m_pPlace = place;
     m_bActive = true;
+    const unsigned visit = ++m_lVisits;
+    if (const HRESULT hr = place->OnInPlaceActivate(); FAILED(hr)) {
+        if (IsVisit(visit)) ForgetPlace();
+        throw comkit::ComError(hr);
+    }
     try {
-        HWND parent = nullptr;
-        comkit::ThrowIfFailed(place->GetWindow(&parent));
-        RECT clip{};
-        OLEINPLACEFRAMEINFO info{};
-        info.cb = sizeof(info);
-        comkit::ThrowIfFailed(place->GetWindowContext(m_pFrame.Put(), m_pDocument.Put(), &m_position, &clip, &info));
-        win32::ControlSurface& surface = m_pCore->Surface();
-        surface.Activate(parent, m_position);
-        // Asked for another place, the container may have ended it all.
-        if (!m_bActive) surface.Deactivate();
-        if (HWND window = surface.Window()) ClipWindow(window, clip);
+        if (IsVisit(visit)) OpenWindows(*place, visit);
     } catch (...) {
-        LeavePlace();
+        if (IsVisit(visit)) LeavePlace();
         throw;
     }
 }
 
-void Activation::LeavePlace() noexcept {
+void Activation::OpenWindows(IOleInPlaceSite& place, unsigned visit) {
+    HWND parent = nullptr;
+    comkit::ThrowIfFailed(place.GetWindow(&parent));
+    comkit::ComPtr<IOleInPlaceFrame> frame;
+    comkit::ComPtr<IOleInPlaceUIWindow> document;
+    RECT position{};
+    RECT clip{};
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof(info);
+    comkit::ThrowIfFailed(place.GetWindowContext(frame.Put(), document.Put(), &position, &clip, &info));
+    if (!IsVisit(visit)) return;
+    m_pFrame = std::move(frame);
+    m_pDocument = std::move(document);
+    m_position = position;
+    win32::ControlSurface& surface = m_pCore->Surface();
+    surface.Activate(parent, m_position);
+    // Asked for another place, the container may have ended it all.
+    if (!m_bActive) surface.Deactivate();
+    if (HWND window = surface.Window()) ClipWindow(window, clip);
+}
+
+void Activation::ForgetPlace() noexcept {
+    ++m_lVisits;
     m_bActive = false;
     m_bClipped = false;
-    m_pCore->Surface().Deactivate();
     m_pFrame.Reset();
     m_pDocument.Reset();
-    if (const auto place = std::exchange(m_pPlace, nullptr)) place->OnInPlaceDeactivate();
+    m_pPlace.Reset();
+}
+
+void Activation::LeavePlace() noexcept {
+    const auto place = m_pPlace;
+    // Forgotten first: what the windows tell when they go may come back here.
+    ForgetPlace();
+    m_pCore->Surface().Deactivate();
+    if (place) place->OnInPlaceDeactivate();
 }
 
 void Activation::UiActivate(bool takeFocus) {
@@ -64,9 +90,14 @@ void Activation::UiActivate(bool takeFocus) {
     if (!m_bActive) return;
     if (!m_bUiActive) {
         const auto place = m_pPlace;
-        comkit::ThrowIfFailed(place->OnUIActivate());
+        const unsigned visit = m_lVisits;
         m_bUiActive = true;
-        TellFrame(m_pActiveObject);
+        if (const HRESULT hr = place->OnUIActivate(); FAILED(hr)) {
+            if (IsVisit(visit)) m_bUiActive = false;
+            throw comkit::ComError(hr);
+        }
+        // Told of it, the container may have ended it.
+        if (m_bUiActive && IsVisit(visit)) TellFrame(m_pActiveObject);
     }
     if (takeFocus && m_bUiActive) TakeFocus();
 }
@@ -84,6 +115,7 @@ void Activation::TellFrame(IOleInPlaceActiveObject* object) noexcept {
     const auto document = m_pDocument;
     const wchar_t* name = object ? m_name : nullptr;
     if (frame) frame->SetActiveObject(object, name);
+    if (object && !m_bUiActive) return;  // the frame ended it
     if (document) document->SetActiveObject(object, name);
     // The control has no tools of its own: the container keeps its own.
     if (object && frame) frame->SetBorderSpace(nullptr);
@@ -119,6 +151,20 @@ void Activation::Show(bool visible) {
     if (!window) return;
     const bool isVisible = (GetWindowLongW(window, GWL_STYLE) & WS_VISIBLE) != 0;
     if (visible != isVisible) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
+}
+
+void Activation::FollowUiDead() noexcept {
+    if (!m_bActive) return;
+    const bool dead = m_site.IsUiDead();
+    const HWND window = m_pCore->Surface().Window();
+    if (!window) return;
+    const bool enabled = m_pCore->Surface().IsEnabled() && !dead;
+    if (enabled != (IsWindowEnabled(window) != FALSE)) EnableWindow(window, enabled);
+}
+
+void Activation::TellKeysChanged() noexcept {
+    const auto site = m_site.Control();
+    if (m_bActive && site) site->OnControlInfoChanged();
 }
 
 void Activation::SetRects(const RECT& position, const RECT& clip) {

@@ -44,9 +44,18 @@ public:
     /// The control has another size: asks an active control's container for the place.
     void RequestSize(const Size& twips);
 
+    /// An active control of a container whose user interface is dead takes no input.
+    void FollowUiDead() noexcept;
+    /// Which access keys there are depends on captions, on what is visible and on what is enabled.
+    void TellKeysChanged() noexcept;
+
 private:
     void EnterPlace();
+    void OpenWindows(IOleInPlaceSite& place, unsigned visit);
     void LeavePlace() noexcept;
+    void ForgetPlace() noexcept;
+    /// Still in the place that was entered then: any call to the container may have ended it, and begun another.
+    bool IsVisit(unsigned visit) const noexcept { return m_bActive && m_lVisits == visit; }
     void TakeFocus();
     /// Limits a window to what its container leaves visible.
     void ClipWindow(HWND window, const RECT& clip) noexcept;
@@ -61,6 +70,7 @@ private:
     comkit::ComPtr<IOleInPlaceFrame> m_pFrame;
     comkit::ComPtr<IOleInPlaceUIWindow> m_pDocument;
     RECT m_position{};
+    unsigned m_lVisits = 0;
     bool m_bActive = false;
     bool m_bUiActive = false;
     bool m_bClipped = false;

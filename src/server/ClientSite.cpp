@@ -56,6 +56,16 @@ bool ClientSite::UserMode() const {
     return flag.Get().boolVal != VARIANT_FALSE;
 }
 
+bool ClientSite::IsUiDead() const noexcept {
+    try {
+        const comkit::Variant dead = Ambient(DISPID_AMBIENT_UIDEAD);
+        comkit::Variant flag;
+        return SUCCEEDED(flag.ConvertFrom(dead.Get(), VT_BOOL)) && flag.Get().boolVal != VARIANT_FALSE;
+    } catch (...) {
+        return false;
+    }
+}
+
 FontPtr ClientSite::Font() const {
     const comkit::Variant font = Ambient(DISPID_AMBIENT_FONT);
     if (font.Type() != VT_DISPATCH && font.Type() != VT_UNKNOWN) return nullptr;

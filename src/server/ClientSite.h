@@ -30,6 +30,8 @@ public:
     comkit::Variant Ambient(DISPID id) const;
     /// True where the container offers no such ambient property.
     bool UserMode() const;
+    /// False where the container offers no such ambient property.
+    bool IsUiDead() const noexcept;
     FontPtr Font() const;
     /// The name that the container's extender gives the control; else the ambient display name; else empty.
     std::u16string InstanceName() const;

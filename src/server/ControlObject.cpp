@@ -7,6 +7,15 @@
 
 namespace kiv::server {
 
+namespace {
+
+/// Captions carry access keys, and only what is visible and enabled answers to them.
+bool ChangesAccessKeys(std::u16string_view key) noexcept {
+    return key == u"Caption" || key == u"Enabled" || key == u"Mode" || key == u"ShowDST" || key == u"UsePCDateTime";
+}
+
+}  // namespace
+
 ControlObject::ControlObject(const ControlClass& controlClass)
     : m_class(controlClass),
       m_events(*ComObject::Identity(), controlClass.eventInterface),
@@ -21,6 +30,8 @@ ControlObject::ControlObject(const ControlClass& controlClass)
       m_oleObject(*ComObject::Identity(), controlClass, *this, m_site, m_activation, *this),
       m_inPlace(*ComObject::Identity(), m_activation, m_site),
       m_view(*ComObject::Identity(), *this),
+      m_data(*ComObject::Identity(), *this),
+      m_browse(*ComObject::Identity(), controlClass),
       m_quickActivate(*ComObject::Identity(), controlClass, m_events) {
     m_pCore = controlClass.createCore(*this);
     m_persist.Attach(*m_pCore);
@@ -28,6 +39,7 @@ ControlObject::ControlObject(const ControlClass& controlClass)
     m_oleObject.Attach(*m_pCore);
     m_inPlace.Attach(*m_pCore);
     m_view.Attach(*m_pCore);
+    m_data.Attach(*m_pCore);
     m_activation.Attach(*m_pCore, m_inPlace);
 }
 
@@ -49,6 +61,8 @@ void* ControlObject::FindInterface(REFIID iid) noexcept {
     if (!found) found = m_inPlace.Find(iid);
     if (!found) found = m_connections.Find(iid);
     if (!found) found = m_quickActivate.Find(iid);
+    if (!found) found = m_data.Find(iid);
+    if (!found) found = m_browse.Find(iid);
     return found;
 }
 
@@ -72,7 +86,14 @@ HRESULT ControlObject::InterfaceSupportsErrorInfo(REFIID iid) {
 
 void ControlObject::OnLoaded() {
     m_font.Watch(m_pCore->Surface().GetFont());
+    TellPictureChanged();
+    m_activation.FollowUiDead();
+    m_activation.TellKeysChanged();
+}
+
+void ControlObject::TellPictureChanged() noexcept {
     m_view.NotifyChanged();
+    m_data.NotifyChanged();
 }
 
 FontPtr ControlObject::AmbientFont() const {
@@ -95,13 +116,15 @@ void ControlObject::PropertyChanged(std::u16string_view key) {
     const DISPID member = m_pCore->MemberOfKey(key);
     if (key == u"Font") m_font.Watch(m_pCore->Surface().GetFont());
     m_events.RaiseChanged(member);
-    m_view.NotifyChanged();
+    TellPictureChanged();
+    if (key == u"Enabled") m_activation.FollowUiDead();
+    if (ChangesAccessKeys(key)) m_activation.TellKeysChanged();
 }
 
 void ControlObject::OnSizeChanged(const Size& twips) {
     const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
     m_activation.RequestSize(twips);
-    m_view.NotifyChanged();
+    TellPictureChanged();
 }
 
 void ControlObject::OnFocus(bool gained) {
@@ -118,14 +141,15 @@ void ControlObject::OnMouseActivate() {
 }
 
 void ControlObject::OnAmbientsChanged() {
-    // The mode is the one that matters; the others are read where they are needed, each time anew. Loading reads it
-    // too.
+    // The others are read where they are needed, each time anew. Loading reads the mode too.
     if (m_persist.IsInitialized()) m_pCore->OnUserModeChanged();
+    m_activation.FollowUiDead();
 }
 
 void ControlObject::OnClosing() noexcept {
     m_events.DropSinks();
     m_view.DropSink();
+    m_data.DropSinks();
 }
 
 }  // namespace kiv::server

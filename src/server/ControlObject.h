@@ -12,10 +12,12 @@
 #include "comkit/ComObject.h"
 #include "platform/Container.h"
 #include "server/Activation.h"
+#include "server/BrowsePart.h"
 #include "server/ClientSite.h"
 #include "server/ConnectionPart.h"
 #include "server/ControlCore.h"
 #include "server/ControlPart.h"
+#include "server/DataPart.h"
 #include "server/EventSource.h"
 #include "server/FontWatch.h"
 #include "server/InPlacePart.h"
@@ -73,6 +75,9 @@ private:
     void OnAmbientsChanged() override;
     void OnClosing() noexcept override;
 
+    /// The control looks different.
+    void TellPictureChanged() noexcept;
+
     const ControlClass& m_class;
     EventSource m_events;
     ClientSite m_site;
@@ -85,6 +90,8 @@ private:
     OleObjectPart m_oleObject;
     InPlacePart m_inPlace;
     ViewPart m_view;
+    DataPart m_data;
+    BrowsePart m_browse;
     QuickActivatePart m_quickActivate;
 };
 

@@ -77,7 +77,8 @@ HRESULT ControlPart::OnMnemonic(LPMSG message) {
 
 HRESULT ControlPart::OnAmbientPropertyChange(DISPID id) {
     return AtBoundaryOf(Owner(), [&] {
-        if (id == DISPID_AMBIENT_USERMODE || id == DISPID_UNKNOWN) m_listener.OnAmbientsChanged();
+        const bool matters = id == DISPID_AMBIENT_USERMODE || id == DISPID_AMBIENT_UIDEAD || id == DISPID_UNKNOWN;
+        if (matters) m_listener.OnAmbientsChanged();
     });
 }
 

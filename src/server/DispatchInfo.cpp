@@ -7,39 +7,11 @@
 
 #include "comkit/Errors.h"
 #include "comkit/Variant.h"
+#include "server/TypeDescriptions.h"
 
 namespace kiv::server {
 
 namespace {
-
-/// TYPEATTR and FUNCDESC belong to the type information that handed them out.
-class TypeAttributes {
-public:
-    explicit TypeAttributes(ITypeInfo& type) : m_type(type) { comkit::ThrowIfFailed(type.GetTypeAttr(&m_p)); }
-    TypeAttributes(const TypeAttributes&) = delete;
-    TypeAttributes& operator=(const TypeAttributes&) = delete;
-    ~TypeAttributes() { m_type.ReleaseTypeAttr(m_p); }
-    const TYPEATTR* operator->() const noexcept { return m_p; }
-
-private:
-    ITypeInfo& m_type;
-    TYPEATTR* m_p = nullptr;
-};
-
-class FunctionDescription {
-public:
-    FunctionDescription(ITypeInfo& type, UINT index) : m_type(type) {
-        comkit::ThrowIfFailed(type.GetFuncDesc(index, &m_p));
-    }
-    FunctionDescription(const FunctionDescription&) = delete;
-    FunctionDescription& operator=(const FunctionDescription&) = delete;
-    ~FunctionDescription() { m_type.ReleaseFuncDesc(m_p); }
-    const FUNCDESC& operator*() const noexcept { return *m_p; }
-
-private:
-    ITypeInfo& m_type;
-    FUNCDESC* m_p = nullptr;
-};
 
 VARTYPE PointedType(const ELEMDESC& parameter) noexcept {
     if (parameter.tdesc.vt != VT_PTR || (parameter.paramdesc.wParamFlags & PARAMFLAG_FRETVAL)) return VT_EMPTY;

@@ -3,7 +3,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "platform/Geometry.h"
 
@@ -11,8 +13,11 @@ namespace kiv::server {
 
 inline constexpr double TwipsPerHimetric = 1440.0 / 2540.0;
 
+/// Lengths beyond what a LONG holds end at its limits.
 inline LONG HimetricOf(Twips twips) noexcept {
-    return static_cast<LONG>(std::lround(twips / TwipsPerHimetric));
+    constexpr double Least = std::numeric_limits<LONG>::min();
+    constexpr double Most = std::numeric_limits<LONG>::max();
+    return static_cast<LONG>(std::clamp(std::round(twips / TwipsPerHimetric), Least, Most));
 }
 
 inline SIZEL HimetricOf(const Size& twips) noexcept {

@@ -9,6 +9,7 @@
 #include "comkit/Errors.h"
 #include "server/Boundary.h"
 #include "server/Extent.h"
+#include "server/TaskMemory.h"
 
 namespace kiv::server {
 
@@ -20,13 +21,6 @@ struct Verb {
 };
 
 constexpr Verb MenuVerbs[] = {{OLEIVERB_PRIMARY, L"&Edit"}};
-
-LPOLESTR TaskString(std::wstring_view text) {
-    auto* copy = static_cast<LPOLESTR>(CoTaskMemAlloc((text.size() + 1) * sizeof(wchar_t)));
-    if (!copy) throw std::bad_alloc();
-    copy[text.copy(copy, text.size())] = L'\0';
-    return copy;
-}
 
 void CopyVerb(const Verb& verb, OLEVERB& out) {
     out = {verb.id, TaskString(verb.menuText), 0, OLEVERBATTRIB_ONCONTAINERMENU};
@@ -41,10 +35,9 @@ void DropVerb(OLEVERB& verb) noexcept {
 
 HRESULT OleObjectPart::SetClientSite(IOleClientSite* site) {
     return AtBoundaryOf(Owner(), [&] {
-        if (!site) {
-            m_activation.Deactivate();
-            m_listener.OnClosing();
-        }
+        // Windows belong to the site that they were made for.
+        if (m_site.Get().Get() != site) m_activation.Deactivate();
+        if (!site) m_listener.OnClosing();
         m_site.Set(site);
         if (site) m_listener.OnAmbientsChanged();
     });

@@ -58,14 +58,17 @@ HRESULT SetDispatchPart::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPAR
     });
 }
 
+void SetDispatchPart::AskToEdit(DISPID member) {
+    if (!m_host.RequestEdit(member)) throw HostError(ErrorNumber::PropertyReadOnly);
+}
+
 HRESULT SetDispatchPart::putref_Font(IFontDisp* value) {
     return AtBoundaryOf(Owner(), [&] {
         const FontPtr font = win32::WrapFont(value);
         if (!font) throw HostError(ErrorNumber::InvalidPropertyValue);
         m_host.EnsureInitialized();
-        if (!m_host.RequestEdit(SetMember::Font)) return S_FALSE;
+        AskToEdit(SetMember::Font);
         m_control.SetFont(font);
-        return S_OK;
     });
 }
 

@@ -1,6 +1,6 @@
 // The dual interface of KivSetDateTime, mapped member by member to the control; IDispatch goes through its type
 // information. Members that are marked so in the type library ask the property sinks before they change anything, and
-// answer S_FALSE where a sink refuses.
+// raise error 383 where a sink refuses.
 #pragma once
 
 #include <KivDateTime.h>
@@ -195,9 +195,8 @@ private:
     HRESULT Put(DISPID member, In value) {
         return AtBoundaryOf(Owner(), [&] {
             m_host.EnsureInitialized();
-            if (!m_host.RequestEdit(member)) return S_FALSE;
+            AskToEdit(member);
             (m_control.*Setter)(Taken(value));
-            return S_OK;
         });
     }
 
@@ -208,6 +207,9 @@ private:
             (m_control.*Setter)(index, Taken(value));
         });
     }
+
+    /// Throws HostError 383 where a container that watches the member does not allow a change now.
+    void AskToEdit(DISPID member);
 
     ControlHost& m_host;
     SetControl& m_control;

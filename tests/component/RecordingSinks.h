@@ -42,10 +42,12 @@ public:
     std::vector<DISPID> changed;
     std::vector<DISPID> requested;
     DISPID refuses = DISPID_UNKNOWN;
+    /// Called for each change; what it returns is what the control gets.
+    std::function<HRESULT(DISPID)> onChanged;
 
     HRESULT STDMETHODCALLTYPE OnChanged(DISPID id) override {
         changed.push_back(id);
-        return S_OK;
+        return onChanged ? onChanged(id) : S_OK;
     }
     HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID id) override {
         requested.push_back(id);

@@ -43,7 +43,28 @@ RecordingSite::RecordingSite()
 
 HRESULT RecordingSite::Note(const char* call) {
     calls.emplace_back(call);
-    return S_OK;
+    return Intercept(call).value_or(S_OK);
+}
+
+std::optional<HRESULT> RecordingSite::Intercept(const char* call) {
+    if (!onCall) return std::nullopt;
+    const auto handler = onCall;  // a copy: it may take itself away
+    return handler(call);
+}
+
+HRESULT RecordingSite::QueryInterface(REFIID iid, void** out) {
+    const bool hidden = std::any_of(missing.begin(), missing.end(), [&](const IID& m) { return IsEqualIID(m, iid); });
+    if (!hidden) return ComObject::QueryInterface(iid, out);
+    *out = nullptr;
+    return E_NOINTERFACE;
+}
+
+HRESULT RecordingSite::CanInPlaceActivate() {
+    return Intercept("CanInPlaceActivate").value_or(allowsInPlace ? S_OK : S_FALSE);
+}
+
+HRESULT RecordingSite::ShowPropertyFrame() {
+    return Intercept("ShowPropertyFrame").value_or(E_NOTIMPL);
 }
 
 int RecordingSite::Count(const char* call) const {
@@ -52,7 +73,7 @@ int RecordingSite::Count(const char* call) const {
 
 HRESULT RecordingSite::GetMoniker(DWORD, DWORD, IMoniker** out) {
     *out = nullptr;
-    return E_NOTIMPL;
+    return Intercept("GetMoniker").value_or(E_NOTIMPL);
 }
 
 HRESULT RecordingSite::GetContainer(IOleContainer** out) {
@@ -61,6 +82,8 @@ HRESULT RecordingSite::GetContainer(IOleContainer** out) {
 }
 
 HRESULT RecordingSite::GetWindow(HWND* out) {
+    *out = nullptr;
+    if (const auto answer = Intercept("GetWindow")) return *answer;
     *out = m_window.Get();
     return S_OK;
 }
@@ -69,6 +92,9 @@ HRESULT RecordingSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIW
                                         LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
     *frame = nullptr;
     *document = nullptr;
+    *rect = {};
+    *clip = {};
+    if (const auto answer = Intercept("GetWindowContext")) return *answer;
     if (hasFrame) *frame = comkit::ComPtr<RecordingFrame>(m_frame).Detach();
     *rect = position;
     GetClientRect(m_window.Get(), clip);
@@ -80,7 +106,8 @@ HRESULT RecordingSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIW
 }
 
 HRESULT RecordingSite::OnPosRectChange(LPCRECT rect) {
-    Note("OnPosRectChange");
+    calls.emplace_back("OnPosRectChange");
+    if (const auto answer = Intercept("OnPosRectChange")) return *answer;
     if (onPosRectChange) onPosRectChange();
     if (!followsPlace) return S_OK;
     position = *rect;
@@ -92,12 +119,15 @@ HRESULT RecordingSite::OnPosRectChange(LPCRECT rect) {
 
 HRESULT RecordingSite::GetExtendedControl(IDispatch** out) {
     *out = nullptr;
+    if (const auto answer = Intercept("GetExtendedControl")) return *answer;
     if (extenderName.empty()) return E_NOTIMPL;
     *out = comkit::MakeObject<Extender>(extenderName).Detach();
     return S_OK;
 }
 
 HRESULT RecordingSite::TransformCoords(POINTL* himetric, POINTF* container, DWORD flags) {
+    *container = {};
+    if (const auto answer = Intercept("TransformCoords")) return *answer;
     if (flags != (XFORMCOORDS_POSITION | XFORMCOORDS_HIMETRICTOCONTAINER)) return E_INVALIDARG;
     container->x = static_cast<float>(himetric->x * unitsPerHimetric);
     container->y = static_cast<float>(himetric->y * unitsPerHimetric);
@@ -105,8 +135,8 @@ HRESULT RecordingSite::TransformCoords(POINTL* himetric, POINTF* container, DWOR
 }
 
 HRESULT RecordingSite::TranslateAccelerator(MSG*, DWORD) {
-    Note("TranslateAccelerator");
-    return S_FALSE;
+    calls.emplace_back("TranslateAccelerator");
+    return Intercept("TranslateAccelerator").value_or(S_FALSE);
 }
 
 HRESULT RecordingSite::GetTypeInfoCount(UINT* out) {
@@ -120,7 +150,12 @@ HRESULT RecordingSite::GetTypeInfo(UINT, LCID, ITypeInfo** out) {
 }
 
 HRESULT RecordingSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*, UINT*) {
+    if (const auto answer = Intercept("Ambient")) return *answer;
+    if (onAmbient && onAmbient(id, *result)) return S_OK;
     switch (id) {
+        case DISPID_AMBIENT_UIDEAD:
+            *result = comkit::Variant(uiDead).Detach();
+            return S_OK;
         case DISPID_AMBIENT_USERMODE:
             if (!userMode) return DISP_E_MEMBERNOTFOUND;
             *result = comkit::Variant(*userMode).Detach();

@@ -21,6 +21,8 @@ namespace component {
 class RecordingFrame final : public comkit::ComObject<RecordingFrame, IOleInPlaceFrame> {
 public:
     explicit RecordingFrame(HWND window) noexcept : m_window(window) {}
+    /// As the site's.
+    std::function<std::optional<HRESULT>(const char*)> onCall;
     bool HasActiveObject() const noexcept { return static_cast<bool>(m_pActive); }
 
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* out) override {
@@ -30,8 +32,11 @@ public:
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
     HRESULT STDMETHODCALLTYPE RequestBorderSpace(LPCBORDERWIDTHS) override { return INPLACE_E_NOTOOLSPACE; }
-    HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS) override {
+        return onCall ? onCall("SetBorderSpace").value_or(S_OK) : S_OK;
+    }
     HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* object, LPCOLESTR) override {
+        if (const auto answer = onCall ? onCall("SetActiveObject") : std::nullopt) return *answer;
         m_pActive = comkit::ComPtr<IOleInPlaceActiveObject>(object);
         return S_OK;
     }
@@ -62,6 +67,13 @@ public:
     RECT position{20, 30, 320, 330};
     /// Called on OnPosRectChange, before the answer.
     std::function<void()> onPosRectChange;
+    bool uiDead = false;
+    std::vector<IID> missing;  ///< interfaces that this container has not
+    /// Called first in every method that a control calls, with all out-values cleared. An answer takes the place of
+    /// the method's own work.
+    std::function<std::optional<HRESULT>(const char*)> onCall;
+    /// Called for each ambient property that is asked for; true where it filled the value itself.
+    std::function<bool(DISPID, VARIANT&)> onAmbient;
 
     /// What happened, in order, by method name.
     std::vector<std::string> calls;
@@ -71,6 +83,9 @@ public:
 
     RecordingSite();
     void Attach(IUnknown* control) noexcept { m_pControl = control; }
+    RecordingFrame& Frame() const noexcept { return *m_frame; }
+
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
 
     // IOleClientSite
     HRESULT STDMETHODCALLTYPE SaveObject() override { return Note("SaveObject"); }
@@ -82,7 +97,7 @@ public:
     // IOleInPlaceSite
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* out) override;
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return allowsInPlace ? S_OK : S_FALSE; }
+    HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override;
     HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return Note("OnInPlaceActivate"); }
     HRESULT STDMETHODCALLTYPE OnUIActivate() override { return Note("OnUIActivate"); }
     HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT rect,
@@ -100,7 +115,7 @@ public:
     HRESULT STDMETHODCALLTYPE TransformCoords(POINTL* himetric, POINTF* container, DWORD flags) override;
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override;
     HRESULT STDMETHODCALLTYPE OnFocus(BOOL gained) override { return Note(gained ? "OnFocus(1)" : "OnFocus(0)"); }
-    HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override;
     // IDispatch: the ambient properties
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* out) override;
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** out) override;
@@ -109,7 +124,9 @@ public:
                                      UINT*) override;
 
 private:
+    /// Notes a call and gives onCall's answer to it, else S_OK.
     HRESULT Note(const char* call);
+    std::optional<HRESULT> Intercept(const char* call);
 
     comkit::UniqueWindow m_window;
     comkit::ComPtr<RecordingFrame> m_frame;
