@@ -1,4 +1,6 @@
 // Without the framework, and with one that fails at every call, the control is a plain date and time control.
+#include <Vexa.h>
+
 #include "ControlFixture.h"
 
 namespace component {
@@ -73,7 +75,17 @@ protected:
         EXPECT_EQ(L"False", TextOf(L"DataInUpload"));
         Put(L"DataInUpload", true);
         Put(L"UsePCDateTime", true);
+        AskForSupport();
         Remove();
+    }
+
+private:
+    void AskForSupport() {
+        const auto support = As<IVexaSupport>();
+        ComPtr<IDispatch> object;
+        EXPECT_EQ(S_OK, support->get_VexaHelpObject(object.Put()));
+        EXPECT_EQ(S_OK, support->get_VexaSubElements(object.Put()));
+        EXPECT_EQ(S_OK, support->VexaSetControlFocus());
     }
 };
 
