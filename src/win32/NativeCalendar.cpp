@@ -5,8 +5,10 @@
 #include <windowsx.h>
 
 #include "comkit/Bstr.h"
+#include "comkit/Handle.h"
 #include "platform/HostError.h"
 #include "win32/CalendarKeys.h"
+#include "win32/CalendarLegibility.h"
 #include "win32/CalendarSize.h"
 #include "win32/CommonControls.h"
 #include "win32/Dpi.h"
@@ -177,7 +179,21 @@ LRESULT NativeCalendar::RunNative(NativeWindow& native, const Message& message) 
     if (message.window != native.Handle()) return native.CallNative(message);
     if (message.id == WM_LBUTTONDOWN || message.id == WM_LBUTTONDBLCLK)
         m_bPressingDay = IsDayAt(message.window, message.lParam);
-    return native.CallNative(message);
+    const LRESULT result = native.CallNative(message);
+    if ((message.id == WM_PAINT || message.id == WM_PRINTCLIENT) && native.IsLive()) ShowHiddenParts(message);
+    return result;
+}
+
+void NativeCalendar::ShowHiddenParts(const Message& message) const {
+    if (ShownColor(m_titleBack, ColorUse::Title) != ShownColor(m_monthBack, ColorUse::Field)) return;
+    const HiddenPartsColors colors{.weekdays = ShownColor(m_titleFore, ColorUse::TitleText),
+                                   .chosenDay = ShownColor(GetFore(), ColorUse::FieldText)};
+    if (const auto given = reinterpret_cast<HDC>(message.wParam)) {
+        DrawHiddenParts(message.window, given, colors);
+    } else {
+        const comkit::WindowDc dc(message.window);
+        DrawHiddenParts(message.window, dc.Get(), colors);
+    }
 }
 
 void NativeCalendar::AfterNative(const Message& message) {

@@ -48,6 +48,7 @@ private:
     void ApplyColor(WPARAM part, COLORREF wanted) const;
     void ApplyStartOfWeek() const;
     void ApplyValue() const;
+    void ShowHiddenParts(const Message& message) const;
     void NoteSelectionChange();
     void ChooseByKey(const Message& message);
 
