@@ -3,8 +3,10 @@
 # Only what is missing is installed, with apt, as root or through sudo. Where that is impossible, install_group fails
 # and has said why; the caller decides what can be done without.
 
-# To build and test the portable core.
-packages_native=(g++ cmake ninja-build libgtest-dev libbenchmark-dev)
+# To build the portable core; to test it; to measure it.
+packages_native=(g++ cmake ninja-build)
+packages_tests=(libgtest-dev)
+packages_bench=(libbenchmark-dev)
 # To check layout and code.
 packages_lint=(clang-format clang-tidy)
 # To build for Windows; googletest holds the sources that the component's tests are built with.
@@ -62,7 +64,7 @@ install_packages() {
     logged apt-install run_apt install -y --no-install-recommends "${missing[@]}"
 }
 
-# install_group native|lint|cross|wine|wine32
+# install_group native|tests|bench|lint|cross|wine|wine32
 install_group() {
     local -n group_packages=packages_$1
     locked packages install_packages "${group_packages[@]}"
