@@ -223,6 +223,16 @@ TEST_F(VexaSupportSetControlTest, AChildThatRefusesItsTopicKeepsNoOtherFromItsOw
         expected[static_cast<std::size_t>(refusing)] = 1;
         EXPECT_EQ(WhatsThisIDs(), expected);
     }
+    // What is stored is what the inner frame gets in place of a value without a number.
+    int child = 0;
+    world.surface.onSetHelp = [&] {
+        if (child++ == 2) throw HostError(5);
+    };
+    FireWhatsThisID(control->VexaHelpObject(), 4);
+    world.surface.onSetHelp = nullptr;
+    FireWhatsThisIDs(control->VexaHelpObject(), std::vector<HelpIDText>(6));
+    EXPECT_EQ(WhatsThisIDs(), IDs(6, 4));
+
     world.help.onSet = [] { throw HostError(5); };
     FireHelpFile(control->VexaHelpObject(), u"other.hlp");  // ends here
 }
