@@ -10,6 +10,17 @@ namespace kiv::server {
 
 namespace {
 
+class LeavingScope {
+public:
+    explicit LeavingScope(unsigned& depth) noexcept : m_depth(depth) { ++m_depth; }
+    LeavingScope(const LeavingScope&) = delete;
+    LeavingScope& operator=(const LeavingScope&) = delete;
+    ~LeavingScope() { --m_depth; }
+
+private:
+    unsigned& m_depth;
+};
+
 bool ContainsFocus(HWND window) noexcept {
     const HWND focus = GetFocus();
     return focus && (focus == window || IsChild(window, focus));
@@ -19,6 +30,7 @@ bool ContainsFocus(HWND window) noexcept {
 
 void Activation::Activate() {
     if (m_bActive) return;
+    if (m_lLeaving > 0) throw comkit::ComError(OLE_E_NOT_INPLACEACTIVE);
     m_host.EnsureInitialized();
     EnterPlace();
     if (!m_bActive) return;  // the container ended it while it was coming up
@@ -78,6 +90,7 @@ void Activation::ForgetPlace() noexcept {
 }
 
 void Activation::LeavePlace() noexcept {
+    const LeavingScope leaving(m_lLeaving);
     const auto place = m_pPlace;
     // Forgotten first: what the windows tell when they go may come back here.
     ForgetPlace();
@@ -89,6 +102,7 @@ void Activation::UiActivate(bool takeFocus) {
     Activate();
     if (!m_bActive) return;
     if (!m_bUiActive) {
+        if (m_lLeaving > 0) throw comkit::ComError(OLE_E_NOT_INPLACEACTIVE);
         const auto place = m_pPlace;
         const unsigned visit = m_lVisits;
         m_bUiActive = true;
@@ -123,6 +137,7 @@ void Activation::TellFrame(IOleInPlaceActiveObject* object) noexcept {
 
 void Activation::UiDeactivate() noexcept {
     if (!m_bUiActive) return;
+    const LeavingScope leaving(m_lLeaving);
     m_bUiActive = false;
     TellFrame(nullptr);
     if (const auto place = m_pPlace) place->OnUIDeactivate(FALSE);
@@ -130,6 +145,7 @@ void Activation::UiDeactivate() noexcept {
 
 void Activation::Deactivate() noexcept {
     if (!m_bActive) return;
+    const LeavingScope leaving(m_lLeaving);
     UiDeactivate();
     if (m_bActive) LeavePlace();
 }

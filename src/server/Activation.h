@@ -71,6 +71,7 @@ private:
     comkit::ComPtr<IOleInPlaceUIWindow> m_pDocument;
     RECT m_position{};
     unsigned m_lVisits = 0;
+    unsigned m_lLeaving = 0;  ///< ends that are under way: none can be turned round from within it
     bool m_bActive = false;
     bool m_bUiActive = false;
     bool m_bClipped = false;

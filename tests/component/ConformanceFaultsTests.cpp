@@ -1,0 +1,290 @@
+// A container that misbehaves in one callback at a time: it fails, hands out nothing, hands out nonsense, or calls back
+// into the control. Whatever it does, the control stays whole and keeps its properties, and works again in a container
+// that behaves.
+#include <array>
+#include <cmath>
+#include <functional>
+#include <limits>
+
+#include "ControlFixture.h"
+
+namespace component {
+namespace {
+
+using comkit::ComPtr;
+using comkit::Variant;
+
+/// Every method of the site and the frame that the control calls.
+const char* const Callbacks[] = {
+    "SaveObject",          "GetMoniker",        "ShowObject",         "RequestNewObjectLayout", "GetWindow",
+    "CanInPlaceActivate",  "OnInPlaceActivate", "OnUIActivate",       "GetWindowContext",       "OnUIDeactivate",
+    "OnInPlaceDeactivate", "OnPosRectChange",   "GetExtendedControl", "TransformCoords",        "TranslateAccelerator",
+    "OnFocus(1)",          "OnFocus(0)",        "ShowPropertyFrame",  "OnControlInfoChanged",   "Ambient",
+    "SetActiveObject",     "SetBorderSpace"};
+
+class ContainerFaults : public ControlFixture {
+protected:
+    void Create() {
+        site = comkit::MakeObject<RecordingSite>();
+        control = Server::Get().CreateControl();
+        dispatch = As<IDispatch>();
+        site->Attach(control.Get());
+    }
+    /// All that a container and its user do in the life of a control. No call may crash; what each answers is the
+    /// business of the others.
+    void LiveThrough() {
+        const ComPtr<IUnknown> alive = control;
+        const auto object = As<IOleObject>();
+        object->SetClientSite(site.Get());
+        As<IPersistStreamInit>()->InitNew();
+        Set(L"Caption", u"kept");
+        Set(L"TimeWidth", 4000);
+        Set(L"UsePCDateTime", false);
+        DoVerb(OLEIVERB_INPLACEACTIVATE);
+        DoVerb(OLEIVERB_UIACTIVATE);
+        Set(L"TimeWidth", 4200);
+        ClickThrough();
+        CONTROLINFO info{};
+        info.cb = sizeof(info);
+        As<IOleControl>()->GetControlInfo(&info);
+        As<IOleControl>()->OnAmbientPropertyChange(DISPID_UNKNOWN);
+        Set(L"DataVariableName(0)", 1);
+        ComPtr<IMoniker> moniker;
+        object->GetMoniker(OLEGETMONIKER_ONLYIFTHERE, OLEWHICHMK_OBJFULL, moniker.Put());
+        DoVerb(OLEIVERB_PROPERTIES);
+        Invoke(Members(), L"DataLMObject", DISPATCH_PROPERTYGET, IndexOutOfRange());
+        DoVerb(OLEIVERB_HIDE);
+        DoVerb(OLEIVERB_SHOW);
+        As<IOleInPlaceObject>()->UIDeactivate();
+        object->Close(OLECLOSE_SAVEIFDIRTY);
+        object->SetClientSite(nullptr);
+    }
+    /// Keys and mouse buttons that raise events with positions and ask for the container's own keys.
+    void ClickThrough() {
+        const HWND window = Window();
+        if (!window) return;
+        for (const UINT message : std::initializer_list<UINT>{WM_RBUTTONDOWN, WM_RBUTTONUP, WM_MOUSEMOVE})
+            if (IsWindow(window)) SendMessageW(window, message, 0, MAKELPARAM(3, 3));
+        for (int i = 0; i < 6; ++i) {
+            MSG tab{GetFocus(), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+            As<IOleInPlaceActiveObject>()->TranslateAccelerator(&tab);
+        }
+        SetFocus(site->Window());
+    }
+    /// A put whose failure is not this test's business.
+    template <class T>
+    void Set(const wchar_t* name, const T& value) {
+        std::vector<Variant> args;
+        args.emplace_back(value);
+        Invoke(Members(), name, DISPATCH_PROPERTYPUT, std::move(args));
+    }
+    static std::vector<Variant> IndexOutOfRange() {
+        std::vector<Variant> args;
+        args.emplace_back(99);
+        return args;
+    }
+    std::vector<std::wstring> Saved() {
+        const auto bag = comkit::MakeObject<TestBag>();
+        EXPECT_EQ(S_OK, As<IPersistPropertyBag>()->Save(bag.Get(), FALSE, TRUE));
+        std::vector<std::wstring> lines;
+        for (const auto& [key, value] : bag->entries)
+            lines.push_back(key + L"=" +
+                            (value.Type() == VT_DISPATCH || value.Type() == VT_UNKNOWN ? std::wstring(L"(object)")
+                                                                                       : Text(value.Get())));
+        return lines;
+    }
+    void ExpectToWorkAgain() {
+        const auto healthy = comkit::MakeObject<RecordingSite>();
+        site->Attach(nullptr);
+        site = healthy;
+        site->Attach(control.Get());
+        EXPECT_EQ(S_OK, As<IOleObject>()->SetClientSite(site.Get()));
+        EXPECT_EQ(S_OK, DoVerb(OLEIVERB_UIACTIVATE));
+        EXPECT_TRUE(Child(L"SysMonthCal32"));
+        EXPECT_TRUE(site->IsUiActive());
+        EXPECT_EQ(S_OK, As<IOleObject>()->Close(OLECLOSE_NOSAVE));
+        EXPECT_EQ(nullptr, GetWindow(site->Window(), GW_CHILD));
+        EXPECT_FALSE(site->IsUiActive());
+        EXPECT_EQ(site->Count("OnInPlaceActivate"), site->Count("OnInPlaceDeactivate"));
+        EXPECT_EQ(site->Count("OnUIActivate"), site->Count("OnUIDeactivate"));
+    }
+    void End() {
+        Remove();
+        EXPECT_EQ(S_OK, Server::Get().CanUnload()) << "something of the control still lives";
+    }
+    /// Answers one callback in its own way from now on.
+    void Misbehave(const char* callback, std::function<std::optional<HRESULT>()> answer) {
+        const auto handler = [callback, answer](const char* call) -> std::optional<HRESULT> {
+            return std::string_view(call) == callback ? answer() : std::nullopt;
+        };
+        site->onCall = handler;
+        site->Frame().onCall = handler;
+    }
+};
+
+TEST_F(ContainerFaults, ACallbackThatFailsOrHandsOutNothingLeavesThePropertiesAsTheyWere) {
+    Create();
+    LiveThrough();
+    const auto expected = Saved();
+    End();
+    for (const char* callback : Callbacks)
+        for (const HRESULT answer : {E_FAIL, E_NOTIMPL, E_OUTOFMEMORY, E_UNEXPECTED, S_FALSE, S_OK}) {
+            SCOPED_TRACE(testing::Message() << callback << " answers " << std::hex << answer);
+            Create();
+            int met = 0;
+            Misbehave(callback, [&] {
+                ++met;
+                return std::optional<HRESULT>(answer);
+            });
+            LiveThrough();
+            EXPECT_GT(met, 0) << "the control never called it";
+            EXPECT_EQ(expected, Saved());
+            EXPECT_EQ(nullptr, GetWindow(site->Window(), GW_CHILD));
+            ExpectToWorkAgain();
+            End();
+        }
+}
+
+TEST_F(ContainerFaults, ACallbackThatCallsBackIntoTheControlLeavesItWhole) {
+    struct Deed {
+        const char* name;
+        std::function<void()> run;
+    };
+    const Deed deeds[] = {
+        {"Close", [&] { As<IOleObject>()->Close(OLECLOSE_NOSAVE); }},
+        {"Close and save", [&] { As<IOleObject>()->Close(OLECLOSE_SAVEIFDIRTY); }},
+        {"SetClientSite(NULL)", [&] { As<IOleObject>()->SetClientSite(nullptr); }},
+        {"InPlaceDeactivate", [&] { As<IOleInPlaceObject>()->InPlaceDeactivate(); }},
+        {"UIDeactivate", [&] { As<IOleInPlaceObject>()->UIDeactivate(); }},
+        {"DoVerb(UIACTIVATE)", [&] { DoVerb(OLEIVERB_UIACTIVATE); }},
+        {"DoVerb(HIDE)", [&] { DoVerb(OLEIVERB_HIDE); }},
+        {"off and on again",
+         [&] {
+             As<IOleInPlaceObject>()->InPlaceDeactivate();
+             DoVerb(OLEIVERB_INPLACEACTIVATE);
+         }},
+        {"a higher time field", [&] { Set(L"TimeHeight", 900); }},
+        {"a load", [&] { As<IPersistStreamInit>()->InitNew(); }},
+        {"the ambient properties", [&] { As<IOleControl>()->OnAmbientPropertyChange(DISPID_UNKNOWN); }},
+        {"another site",
+         [&] {
+             const auto other = comkit::MakeObject<RecordingSite>();
+             As<IOleObject>()->SetClientSite(other.Get());
+         }},
+    };
+    for (const char* callback : Callbacks)
+        for (const Deed& deed : deeds) {
+            SCOPED_TRACE(testing::Message() << callback << " does: " << deed.name);
+            Create();
+            int depth = 0;
+            Misbehave(callback, [&]() -> std::optional<HRESULT> {
+                if (depth > 0) return std::nullopt;
+                ++depth;
+                deed.run();
+                --depth;
+                return std::nullopt;
+            });
+            LiveThrough();
+            EXPECT_EQ(nullptr, GetWindow(site->Window(), GW_CHILD));
+            EXPECT_EQ(site->Count("OnInPlaceActivate"), site->Count("OnInPlaceDeactivate"));
+            EXPECT_EQ(site->Count("OnUIActivate"), site->Count("OnUIDeactivate"));
+            ExpectToWorkAgain();
+            End();
+        }
+}
+
+TEST_F(ContainerFaults, TheLastReferenceMayGoInAnyCallbackOfAnActivation) {
+    for (const char* callback :
+         {"Ambient", "CanInPlaceActivate", "OnInPlaceActivate", "GetWindow", "GetWindowContext", "OnPosRectChange",
+          "ShowObject", "OnControlInfoChanged", "OnUIActivate", "OnFocus(1)"}) {
+        SCOPED_TRACE(callback);
+        Create();
+        site->hasFrame = false;  // a frame would hold the active object
+        As<IOleObject>()->SetClientSite(site.Get());
+        IOleObject* last = As<IOleObject>().Detach();
+        int met = 0;
+        Misbehave(callback, [&]() -> std::optional<HRESULT> {
+            if (++met > 1) return std::nullopt;
+            site->Attach(nullptr);
+            dispatch.Reset();
+            control.Reset();
+            last->Release();
+            return std::nullopt;
+        });
+        last->DoVerb(OLEIVERB_UIACTIVATE, nullptr, site.Get(), 0, site->Window(), &site->position);
+        EXPECT_GT(met, 0) << "the control never called it";
+        EXPECT_EQ(nullptr, GetWindow(site->Window(), GW_CHILD));
+        EXPECT_EQ(S_OK, Server::Get().CanUnload()) << "something of the control still lives";
+    }
+}
+
+TEST_F(ContainerFaults, AmbientPropertiesOfTheWrongTypeCountAsMissing) {
+    const std::function<Variant()> values[] = {
+        [] { return Variant(); },
+        [] { return Variant(u"neither yes nor no"); },
+        [] { return Variant(static_cast<IDispatch*>(nullptr)); },
+        [] { return Variant(static_cast<IUnknown*>(nullptr)); },
+        [] { return Variant(1e300); },
+        [] { return Variant(static_cast<IUnknown*>(comkit::MakeObject<TestBag>().Get())); },
+    };
+    for (const auto& value : values)
+        for (const DISPID ambient : std::initializer_list<DISPID>{DISPID_AMBIENT_USERMODE, DISPID_AMBIENT_FONT,
+                                                                  DISPID_AMBIENT_DISPLAYNAME, DISPID_AMBIENT_UIDEAD}) {
+            SCOPED_TRACE(ambient);
+            Create();
+            site->extenderName.clear();
+            site->onAmbient = [&](DISPID id, VARIANT& out) {
+                if (id != ambient) return false;
+                out = value().Detach();
+                return true;
+            };
+            LiveThrough();
+            EXPECT_EQ(L"kept", TextOf(L"Caption"));
+            ExpectToWorkAgain();
+            End();
+        }
+}
+
+TEST_F(ContainerFaults, InterfacesMayBeMissing) {
+    struct Case {
+        const IID& missing;
+        bool canActivate;
+    };
+    const Case cases[] = {{IID_IOleInPlaceSite, false}, {IID_IOleControlSite, true}, {IID_IDispatch, true}};
+    for (const Case& c : cases) {
+        Create();
+        site->missing = {c.missing};
+        EXPECT_EQ(S_OK, As<IOleObject>()->SetClientSite(site.Get()));
+        EXPECT_EQ(c.canActivate, SUCCEEDED(DoVerb(OLEIVERB_UIACTIVATE)));
+        site->missing.clear();
+        LiveThrough();
+        site->missing = {c.missing};
+        LiveThrough();
+        EXPECT_EQ(L"kept", TextOf(L"Caption"));
+        ExpectToWorkAgain();
+        End();
+    }
+}
+
+TEST_F(ContainerFaults, SinksThatFailChangeNothing) {
+    for (const HRESULT answer : {E_FAIL, E_NOTIMPL, RPC_E_DISCONNECTED, DISP_E_EXCEPTION}) {
+        SCOPED_TRACE(answer);
+        Create();
+        As<IOleObject>()->SetClientSite(site.Get());
+        As<IPersistStreamInit>()->InitNew();
+        const auto events = AdviseEvents();
+        events->onEvent = [&](DISPID, DISPPARAMS&, EXCEPINFO*) { return answer; };
+        const auto notified = AdviseNotifications();
+        notified->onChanged = [&](DISPID) { return answer; };
+        const auto healthy = AdviseNotifications();
+        LiveThrough();
+        EXPECT_EQ(L"kept", TextOf(L"Caption"));
+        EXPECT_FALSE(notified->changed.empty());
+        EXPECT_EQ(notified->changed, healthy->changed) << "a failing sink takes nothing from the next one";
+        ExpectToWorkAgain();
+        End();
+    }
+}
+
+}  // namespace
+}  // namespace component
