@@ -21,17 +21,17 @@ constexpr int PointsPerInch = 72;
 
 }  // namespace
 
-comkit::ComPtr<IFontDisp> MakeFontObject(const FontSpec& spec) {
-    std::u16string name = spec.name;
+comkit::ComPtr<IFontDisp> MakeFontObject(const FontSpec& wanted) {
+    std::u16string name = wanted.name;
     FONTDESC description{};
     description.cbSizeofstruct = sizeof(description);
     description.lpstrName = reinterpret_cast<LPOLESTR>(name.data());
-    description.cySize.int64 = std::llround(spec.size * CurrencyUnits);
-    description.sWeight = static_cast<SHORT>(spec.weight);
-    description.sCharset = static_cast<SHORT>(spec.charset);
-    description.fItalic = spec.italic;
-    description.fUnderline = spec.underline;
-    description.fStrikethrough = spec.strikethrough;
+    description.cySize.int64 = std::llround(wanted.size * CurrencyUnits);
+    description.sWeight = static_cast<SHORT>(wanted.weight);
+    description.sCharset = static_cast<SHORT>(wanted.charset);
+    description.fItalic = wanted.italic;
+    description.fUnderline = wanted.underline;
+    description.fStrikethrough = wanted.strikethrough;
     comkit::ComPtr<IFontDisp> font;
     comkit::ThrowIfFailed(OleCreateFontIndirect(&description, __uuidof(IFontDisp), font.PutVoid()));
     return font;
@@ -52,31 +52,31 @@ std::optional<FontSpec> ReadFontObject(IUnknown* object) {
                           SUCCEEDED(font->get_Strikethrough(&strikethrough)) && SUCCEEDED(font->get_Weight(&weight)) &&
                           SUCCEEDED(font->get_Charset(&charset));
     if (!complete) return std::nullopt;
-    FontSpec spec;
-    spec.name = name.View();
-    spec.size = static_cast<double>(size.int64) / CurrencyUnits;
-    spec.weight = weight;
-    spec.charset = charset;
-    spec.italic = italic != FALSE;
-    spec.underline = underline != FALSE;
-    spec.strikethrough = strikethrough != FALSE;
-    return spec;
+    FontSpec result;
+    result.name = name.View();
+    result.size = static_cast<double>(size.int64) / CurrencyUnits;
+    result.weight = weight;
+    result.charset = charset;
+    result.italic = italic != FALSE;
+    result.underline = underline != FALSE;
+    result.strikethrough = strikethrough != FALSE;
+    return result;
 }
 
 FontSpec SystemMessageFont() {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof(metrics);
-    FontSpec spec;
-    spec.name = u"Tahoma";
-    if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0)) return spec;
+    FontSpec result;
+    result.name = u"Tahoma";
+    if (!SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof(metrics), &metrics, 0)) return result;
     const LOGFONTW& font = metrics.lfMessageFont;
     const comkit::WindowDc screen(nullptr);
     const int dpi = GetDeviceCaps(screen.Get(), LOGPIXELSY);
-    spec.name = comkit::ToUtf16(font.lfFaceName);
+    result.name = comkit::ToUtf16(font.lfFaceName);
     // Quarters of a point, as font dialogs have them.
     if (font.lfHeight != 0 && dpi > 0)
-        spec.size = std::round(4.0 * std::abs(font.lfHeight) * PointsPerInch / dpi) / 4.0;
-    return spec;
+        result.size = std::round(4.0 * std::abs(font.lfHeight) * PointsPerInch / dpi) / 4.0;
+    return result;
 }
 
 }  // namespace screenhost

@@ -11,7 +11,7 @@ struct IFontDisp;
 namespace screenhost {
 
 /// Throws ComError.
-comkit::ComPtr<IFontDisp> MakeFontObject(const FontSpec& spec);
+comkit::ComPtr<IFontDisp> MakeFontObject(const FontSpec& wanted);
 
 /// Nothing when the object is no font.
 std::optional<FontSpec> ReadFontObject(IUnknown* object);
