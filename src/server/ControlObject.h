@@ -35,7 +35,7 @@ class ControlObject final : public comkit::ComObject<ControlObject, IProvideClas
                             private SiteListener {
 public:
     explicit ControlObject(const ControlClass& controlClass);
-    ~ControlObject();
+    ~ControlObject() override;
 
     void* FindInterface(REFIID iid) noexcept;
 

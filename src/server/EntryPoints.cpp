@@ -37,10 +37,10 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processE
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, LPVOID* out) {
     if (!out) return E_POINTER;
     *out = nullptr;
-    for (const ControlClass* controlClass : Classes())
-        if (IsEqualCLSID(clsid, controlClass->clsid))
-            return AtBoundary(
-                [&] { return comkit::MakeObject<ClassFactory>(*controlClass)->QueryInterface(iid, out); });
+    for (const ControlClass* controlClass : Classes()) {
+        if (!IsEqualCLSID(clsid, controlClass->clsid)) continue;
+        return AtBoundary([&] { return comkit::MakeObject<ClassFactory>(*controlClass)->QueryInterface(iid, out); });
+    }
     return CLASS_E_CLASSNOTAVAILABLE;
 }
 

@@ -45,7 +45,7 @@ constexpr KeyedMember Properties[] = {
 
 std::u16string_view WithoutSlot(std::u16string_view key) noexcept {
     const auto last = key.find_last_not_of(u"0123456789");
-    return last == key.npos ? std::u16string_view() : key.substr(0, last + 1);
+    return last == std::u16string_view::npos ? std::u16string_view() : key.substr(0, last + 1);
 }
 
 }  // namespace

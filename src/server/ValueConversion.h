@@ -12,7 +12,7 @@ namespace kiv::server {
 
 /// What the core has no form for (arrays, foreign objects, Null, ...) becomes Unsupported. Unsigned 32-bit numbers are
 /// taken bit for bit, as colours are written that way. Never fails but for want of memory.
-Value ValueOf(const VARIANT& variant);
+Value ValueOf(const VARIANT& original);
 
 /// Throws comkit::ComError where a font cannot be made.
 comkit::Variant VariantOf(const Value& value);

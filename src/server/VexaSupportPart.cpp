@@ -85,7 +85,7 @@ HRESULT VexaSupportPart::get_SupportsVexaLibUIControl(VARIANT_BOOL* out) {
 }
 
 HRESULT VexaSupportPart::get_VexaDataObject(IDispatch** out) {
-    return HandObject(out, [this] { return m_control.VexaDataObject(); });
+    return HandObject(out, [] { return VexaSupport::VexaDataObject(); });
 }
 
 HRESULT VexaSupportPart::get_VexaHelpObject(IDispatch** out) {
@@ -93,11 +93,11 @@ HRESULT VexaSupportPart::get_VexaHelpObject(IDispatch** out) {
 }
 
 HRESULT VexaSupportPart::get_VexaUIObject(IDispatch** out) {
-    return HandObject(out, [this] { return m_control.VexaUIObject(); });
+    return HandObject(out, [] { return VexaSupport::VexaUIObject(); });
 }
 
 HRESULT VexaSupportPart::get_VexaLibUIControl(IDispatch** out) {
-    return HandObject(out, [this] { return m_control.VexaLibUIControl(); });
+    return HandObject(out, [] { return VexaSupport::VexaLibUIControl(); });
 }
 
 HRESULT VexaSupportPart::get_VexaIsDataElement(VARIANT_BOOL* out) {
