@@ -89,7 +89,7 @@ void NativeFrame::PaintCaption(HDC dc, const RECT& border) const {
     const int dpi = Context()->dpi;
     const int indent = MulDiv(CaptionIndent, dpi, USER_DEFAULT_SCREEN_DPI);
     const int padding = MulDiv(CaptionPadding, dpi, USER_DEFAULT_SCREEN_DPI);
-    UINT format = DT_SINGLELINE | DT_LEFT | DT_TOP | DT_END_ELLIPSIS;
+    UINT format = DT_SINGLELINE | DT_END_ELLIPSIS;
     if (SendMessageW(Window(), WM_QUERYUISTATE, 0, 0) & UISF_HIDEACCEL) format |= DT_HIDEPREFIX;
 
     const std::wstring text(comkit::ToWide(m_strCaption));

@@ -9,7 +9,7 @@ namespace kiv::win32 {
 
 std::shared_ptr<NativeWindow> NativeWindow::Create(Owner& owner, const WindowDescription& description) {
     // Before the window's owner, so that it is still there if the window ends again here.
-    const std::shared_ptr<NativeWindow> result(new NativeWindow(owner, description.hasInnerWindows));
+    std::shared_ptr<NativeWindow> result(new NativeWindow(owner, description.hasInnerWindows));
     const RECT& place = description.place;
     comkit::UniqueWindow window(CreateWindowExW(
         description.extendedStyle, description.className, description.text, description.style, place.left, place.top,
@@ -81,7 +81,8 @@ LRESULT NativeWindow::Dispatch(const Message& message) {
 LRESULT CALLBACK NativeWindow::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
     const WindowHooks::Hook hook = WindowHooks::Get().Find(window);
     if (!hook.owner) return DefWindowProcW(window, id, wParam, lParam);
-    const std::shared_ptr<NativeWindow> self = hook.owner->shared_from_this();
+    const std::shared_ptr<NativeWindow> self = hook.owner->weak_from_this().lock();
+    if (!self) return DefWindowProcW(window, id, wParam, lParam);
     const Message message{window, id, wParam, lParam};
     LRESULT result = 0;
     if (id == WM_NCDESTROY) {

@@ -147,7 +147,7 @@ void WidgetWindow::NoteGestures(const Message& message) {
 
 // Some native classes (the month calendar under Wine) know no double-click message.
 bool WidgetWindow::IsSecondPress(const Message& message) noexcept {
-    const DWORD time = static_cast<DWORD>(GetMessageTime());
+    const auto time = static_cast<DWORD>(GetMessageTime());
     const POINT here{GET_X_LPARAM(message.lParam), GET_Y_LPARAM(message.lParam)};
     const bool second =
         message.id == WM_LBUTTONDBLCLK || (m_lLastPressTime != 0 && time - m_lLastPressTime <= GetDoubleClickTime() &&

@@ -26,7 +26,7 @@ public:
     HWND Window() const noexcept { return m_pNative ? m_pNative->Handle() : nullptr; }
     const std::shared_ptr<SurfaceContext>& Context() const noexcept { return m_pContext; }
 
-    LRESULT OnMessage(NativeWindow& native, const Message& message) final;
+    LRESULT OnMessage(NativeWindow& native, const Message& original) final;
 
 protected:
     enum Pending : unsigned { PendingFocus = 1, PendingChange = 2, PendingClick = 4, PendingDblClick = 8 };

@@ -135,13 +135,13 @@ TEST_F(SetControlLifetimeTest, TheControlMayBeDestroyedInsideAnyCallThatItMakes)
 }
 
 TEST_F(SetControlLifetimeTest, EveryActionMayReenterWithEveryOther) {
-    for (const auto& [outerName, outer] : Actions()) {
-        for (const auto& [innerName, inner] : Actions()) {
+    for (const auto& outer : Actions()) {
+        for (const auto& inner : Actions()) {
             for (const int n : {1, 2, 3, 5, 20}) {
-                SCOPED_TRACE(outerName + " / " + innerName + " at call " + std::to_string(n));
+                SCOPED_TRACE(testing::Message() << outer.first << " / " << inner.first << " at call " << n);
                 Prepare();
-                HookCallsOut(n, [&, this] { inner(*this); });
-                outer(*this);
+                HookCallsOut(n, [&, this] { inner.second(*this); });
+                outer.second(*this);
                 HookCallsOut(0, nullptr);
                 // Still a control in its right mind.
                 control->SetCaption(u"alive");

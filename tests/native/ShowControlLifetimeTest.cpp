@@ -132,18 +132,18 @@ TEST_F(ShowControlLifetimeTest, TheControlMayBeDestroyedInsideAnyCallThatItMakes
 }
 
 TEST_F(ShowControlLifetimeTest, EveryActionMayReenterWithEveryOtherAtEveryCall) {
-    for (const auto& [outerName, outer] : Actions()) {
-        for (const auto& [innerName, inner] : Actions()) {
-            SCOPED_TRACE(outerName + " / " + innerName);
+    for (const auto& outer : Actions()) {
+        for (const auto& inner : Actions()) {
+            SCOPED_TRACE(testing::Message() << outer.first << " / " << inner.first);
             // The first calls are the ones that differ; a load makes a hundred that are alike.
             for (int n = 1;; n += n < 5 ? 1 : n) {
                 Prepare();
                 bool reached = false;
                 HookCallsOut(n, [&, this] {
                     reached = true;
-                    inner(*this);
+                    inner.second(*this);
                 });
-                outer(*this);
+                outer.second(*this);
                 HookCallsOut(0, nullptr);
                 if (!reached) break;
                 // Still a control in its right mind.
