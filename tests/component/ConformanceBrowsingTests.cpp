@@ -9,8 +9,6 @@
 namespace component {
 namespace {
 
-using comkit::ComPtr;
-
 constexpr DISPID Mode = 12;
 constexpr DISPID StartOfWeek = 16;
 constexpr DISPID DataType = 26;
