@@ -149,7 +149,7 @@ TEST_F(Embedding, AnActiveControlAsksItsContainerForTheRoomThatItNeeds) {
     EXPECT_EQ(S_OK, As<IOleInPlaceObject>()->SetObjectRects(&larger, &larger));
     EXPECT_EQ(900, WindowSize().cx);
     EXPECT_EQ(500, WindowSize().cy);
-    EXPECT_NEAR(900 * 2540 / 96, Extent().cx, 30);
+    EXPECT_NEAR(900.0 * 2540 / 96, Extent().cx, 30);
 }
 
 TEST_F(Embedding, TheWindowIsClippedToWhatItsContainerShows) {
@@ -334,11 +334,12 @@ TEST_F(Embedding, DrawsThePictureOfTheControlActiveOrNot) {
         EXPECT_EQ(S_OK,
                   view->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, dc.Get(), &bounds, nullptr, nullptr, 0));
         std::vector<COLORREF> seen;
-        for (int y = 0; y < 300; y += 3)
+        for (int y = 0; y < 300; y += 3) {
             for (int x = 0; x < 400; x += 3) {
                 const COLORREF color = GetPixel(dc.Get(), x, y);
                 if (std::find(seen.begin(), seen.end(), color) == seen.end()) seen.push_back(color);
             }
+        }
         return seen;
     };
     const auto inactive = colors();

@@ -22,7 +22,7 @@ ComPtr<IFontDisp> MakeFont(const wchar_t* face, int points) {
     FONTDESC description{};
     description.cbSizeofstruct = sizeof(description);
     description.lpstrName = name.data();
-    description.cySize.int64 = points * 10000;
+    description.cySize.int64 = LONGLONG{points} * 10000;
     description.sWeight = FW_NORMAL;
     ComPtr<IFontDisp> font;
     EXPECT_EQ(S_OK, OleCreateFontIndirect(&description, IID_IFontDisp, font.PutVoid()));
@@ -77,7 +77,7 @@ TEST_F(Conformance, EveryPositiveExtentIsTakenAndGrownToWhatIsNeeded) {
 
 TEST_F(Conformance, UnsitingSucceedsInEveryState) {
     const LONG none = 4711;
-    for (const bool userMode : {false, true})
+    for (const bool userMode : {false, true}) {
         for (const LONG verb : {none, LONG{OLEIVERB_SHOW}, LONG{OLEIVERB_HIDE}, LONG{OLEIVERB_UIACTIVATE}}) {
             SCOPED_TRACE(verb);
             Place(userMode);
@@ -95,6 +95,7 @@ TEST_F(Conformance, UnsitingSucceedsInEveryState) {
             EXPECT_EQ(S_OK, DoVerb(OLEIVERB_SHOW));
             Remove();
         }
+    }
     control = Server::Get().CreateControl();
     EXPECT_EQ(S_OK, As<IOleObject>()->SetClientSite(nullptr));
     EXPECT_EQ(S_OK, As<IOleObject>()->Close(OLECLOSE_SAVEIFDIRTY));

@@ -127,7 +127,7 @@ TEST_F(ContainerFaults, ACallbackThatFailsOrHandsOutNothingLeavesThePropertiesAs
     LiveThrough();
     const auto expected = Saved();
     End();
-    for (const char* callback : Callbacks)
+    for (const char* callback : Callbacks) {
         for (const HRESULT answer : {E_FAIL, E_NOTIMPL, E_OUTOFMEMORY, E_UNEXPECTED, S_FALSE, S_OK}) {
             SCOPED_TRACE(testing::Message() << callback << " answers " << std::hex << answer);
             Create();
@@ -143,6 +143,7 @@ TEST_F(ContainerFaults, ACallbackThatFailsOrHandsOutNothingLeavesThePropertiesAs
             ExpectToWorkAgain();
             End();
         }
+    }
 }
 
 TEST_F(ContainerFaults, ACallbackThatCallsBackIntoTheControlLeavesItWhole) {
@@ -172,7 +173,7 @@ TEST_F(ContainerFaults, ACallbackThatCallsBackIntoTheControlLeavesItWhole) {
              As<IOleObject>()->SetClientSite(other.Get());
          }},
     };
-    for (const char* callback : Callbacks)
+    for (const char* callback : Callbacks) {
         for (const Deed& deed : deeds) {
             SCOPED_TRACE(testing::Message() << callback << " does: " << deed.name);
             Create();
@@ -191,6 +192,7 @@ TEST_F(ContainerFaults, ACallbackThatCallsBackIntoTheControlLeavesItWhole) {
             ExpectToWorkAgain();
             End();
         }
+    }
 }
 
 TEST_F(ContainerFaults, TheLastReferenceMayGoInAnyCallbackOfAnActivation) {
@@ -227,7 +229,7 @@ TEST_F(ContainerFaults, AmbientPropertiesOfTheWrongTypeCountAsMissing) {
         [] { return Variant(1e300); },
         [] { return Variant(static_cast<IUnknown*>(comkit::MakeObject<TestBag>().Get())); },
     };
-    for (const auto& value : values)
+    for (const auto& value : values) {
         for (const DISPID ambient : std::initializer_list<DISPID>{DISPID_AMBIENT_USERMODE, DISPID_AMBIENT_FONT,
                                                                   DISPID_AMBIENT_DISPLAYNAME, DISPID_AMBIENT_UIDEAD}) {
             SCOPED_TRACE(ambient);
@@ -243,6 +245,7 @@ TEST_F(ContainerFaults, AmbientPropertiesOfTheWrongTypeCountAsMissing) {
             ExpectToWorkAgain();
             End();
         }
+    }
 }
 
 TEST_F(ContainerFaults, InterfacesMayBeMissing) {

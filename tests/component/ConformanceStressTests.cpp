@@ -69,7 +69,7 @@ TEST_F(EventStress, AHandlerMayDoAnythingInAnyEvent) {
          }},
         {"lets go of the last reference", [&] { Remove(); }},
     };
-    for (const DISPID event : {2, 4, 5, 6, 7, 8, 9, 10})
+    for (const DISPID event : {2, 4, 5, 6, 7, 8, 9, 10}) {
         for (const Deed& deed : deeds) {
             SCOPED_TRACE(testing::Message() << "in event " << event << " the handler " << deed.name);
             PlaceActive();
@@ -87,6 +87,7 @@ TEST_F(EventStress, AHandlerMayDoAnythingInAnyEvent) {
             site = comkit::MakeObject<RecordingSite>();
             ForgetRememberedChoice();
         }
+    }
 }
 
 TEST_F(EventStress, TheLastOfManyValuesWinsWhateverHandlersPut) {
