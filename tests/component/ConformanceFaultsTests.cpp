@@ -87,10 +87,10 @@ protected:
         const auto bag = comkit::MakeObject<TestBag>();
         EXPECT_EQ(S_OK, As<IPersistPropertyBag>()->Save(bag.Get(), FALSE, TRUE));
         std::vector<std::wstring> lines;
-        for (const auto& [key, value] : bag->entries)
-            lines.push_back(key + L"=" +
-                            (value.Type() == VT_DISPATCH || value.Type() == VT_UNKNOWN ? std::wstring(L"(object)")
-                                                                                       : Text(value.Get())));
+        for (const auto& [key, value] : bag->entries) {
+            const bool isObject = value.Type() == VT_DISPATCH || value.Type() == VT_UNKNOWN;
+            lines.push_back(key + L"=" + (isObject ? std::wstring(L"(object)") : Text(value.Get())));
+        }
         return lines;
     }
     void ExpectToWorkAgain() {
@@ -113,7 +113,7 @@ protected:
         EXPECT_EQ(S_OK, Server::Get().CanUnload()) << "something of the control still lives";
     }
     /// Answers one callback in its own way from now on.
-    void Misbehave(const char* callback, std::function<std::optional<HRESULT>()> answer) {
+    void Misbehave(const char* callback, const std::function<std::optional<HRESULT>()>& answer) {
         const auto handler = [callback, answer](const char* call) -> std::optional<HRESULT> {
             return std::string_view(call) == callback ? answer() : std::nullopt;
         };

@@ -107,6 +107,7 @@ TEST_F(EventStress, TheLastOfManyValuesWinsWhateverHandlersPut) {
 TEST_F(EventStress, ManySinksHearEachEventOnceAndAllAreLetGo) {
     PlaceActive();
     std::vector<ComPtr<EventSink>> sinks;
+    sinks.reserve(200);
     for (int i = 0; i < 200; ++i) sinks.push_back(AdviseEvents());
     SendMessageW(Child(L"Button", Daylight), BM_CLICK, 0, 0);
     for (const auto& sink : sinks) EXPECT_EQ(1, std::count(sink->events.begin(), sink->events.end(), DISPID{2}));
