@@ -28,7 +28,7 @@ public:
         }
         BITMAPINFO info{};
         info.bmiHeader = {sizeof(BITMAPINFOHEADER), Width, -Height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        m_pixels.resize(Width * Height);
+        m_pixels.resize(std::size_t{Width} * Height);
         GetDIBits(dc.Get(), bitmap.Get(), 0, Height, m_pixels.data(), &info, DIB_RGB_COLORS);
         for (DWORD& pixel : m_pixels) pixel &= 0xFFFFFF;
     }
@@ -228,7 +228,7 @@ TEST_F(Pictures, SinksOfDataAndViewHearOfEachChangeUntilTheyLeave) {
     ASSERT_EQ(S_OK, As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, 0, sink.Get()));
     ComPtr<IAdviseSink> back;
     EXPECT_EQ(S_OK, As<IViewObject>()->GetAdvise(nullptr, nullptr, back.Put()));
-    EXPECT_EQ(ComPtr<IAdviseSink>::From(sink.Get()), back);
+    EXPECT_EQ(static_cast<IAdviseSink*>(sink.Get()), back.Get());
     Put(L"Caption", u"new");
     EXPECT_EQ(1, sink->dataChanges);
     EXPECT_TRUE(sink->mediumWasFilled);

@@ -1,6 +1,7 @@
 #include "ControlFixture.h"
 
 #include <algorithm>
+#include <ranges>
 
 namespace component {
 
@@ -33,7 +34,8 @@ CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, std::vecto
     result.hr = object.GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id);
     if (FAILED(result.hr)) return result;
     std::vector<VARIANT> list;
-    for (auto arg = args.rbegin(); arg != args.rend(); ++arg) list.push_back(arg->Get());
+    list.reserve(args.size());
+    for (const comkit::Variant& arg : std::views::reverse(args)) list.push_back(arg.Get());
     DISPPARAMS params{list.data(), nullptr, static_cast<UINT>(list.size()), 0};
     DISPID put = DISPID_PROPERTYPUT;
     const bool isPut = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
