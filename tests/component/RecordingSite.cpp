@@ -46,7 +46,7 @@ HRESULT RecordingSite::Note(const char* call) {
     return Intercept(call).value_or(S_OK);
 }
 
-std::optional<HRESULT> RecordingSite::Intercept(const char* call) {
+std::optional<HRESULT> RecordingSite::Intercept(const char* call) const {
     if (!onCall) return std::nullopt;
     const auto handler = onCall;  // a copy: it may take itself away
     return handler(call);

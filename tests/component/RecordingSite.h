@@ -126,7 +126,7 @@ public:
 private:
     /// Notes a call and gives onCall's answer to it, else S_OK.
     HRESULT Note(const char* call);
-    std::optional<HRESULT> Intercept(const char* call);
+    std::optional<HRESULT> Intercept(const char* call) const;
 
     comkit::UniqueWindow m_window;
     comkit::ComPtr<RecordingFrame> m_frame;
