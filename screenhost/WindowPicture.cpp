@@ -5,8 +5,10 @@
 // The declarations below use the minimum and maximum macros that the project turns off.
 #include <algorithm>
 namespace Gdiplus {
+// NOLINTBEGIN(misc-unused-using-decls): gdiplus.h is who uses them
 using std::max;
 using std::min;
+// NOLINTEND(misc-unused-using-decls)
 }  // namespace Gdiplus
 #include <gdiplus.h>
 
