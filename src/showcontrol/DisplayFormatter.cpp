@@ -34,7 +34,7 @@ char16_t* WriteYear(char16_t* at, std::int32_t year) noexcept {
     return WriteTwoDigits(at, year);
 }
 
-char16_t* WriteText(char16_t* at, const std::u16string& text) noexcept {
+char16_t* WriteText(char16_t* at, std::u16string_view text) noexcept {
     return std::copy(text.begin(), text.end(), at);
 }
 
@@ -70,7 +70,7 @@ void ClampDateTime(DateTimeNumbers& numbers, bool showSeconds) noexcept {
 }
 
 void DisplayFormatter::Configure(const DisplaySettings& settings, const RegionalNames& names) {
-    const auto cased = [&](std::u16string text) { return settings.upperCase ? names.ToUpper(text) : text; };
+    const auto cased = [&](const std::u16string& text) { return settings.upperCase ? names.ToUpper(text) : text; };
     m_bDayFirst = settings.dayFirst;
     m_bTwelveHourClock = settings.twelveHourClock;
     m_bShowCentury = settings.showCentury;
@@ -101,14 +101,17 @@ std::u16string_view DisplayFormatter::FormatTimeText(const DateTimeNumbers& numb
 std::u16string_view DisplayFormatter::FormatCaption(std::int32_t mode, bool sunken,
                                                     const DateTimeNumbers& numbers) noexcept {
     static constexpr std::u16string_view UnknownMode = u"?????";
-    char16_t* const text = m_buffer.data() + 1;
-    char16_t* end = text;
-    if (mode == sdtShowDateOnly) {
-        end = WriteDate(text, numbers);
-    } else if (mode == sdtShowTimeOnly) {
-        end = WriteTime(text, numbers);
-    } else {
-        end = std::copy(UnknownMode.begin(), UnknownMode.end(), text);
+    char16_t* end = m_buffer.data() + 1;
+    switch (mode) {
+        case sdtShowDateOnly:
+            end = WriteDate(end, numbers);
+            break;
+        case sdtShowTimeOnly:
+            end = WriteTime(end, numbers);
+            break;
+        default:
+            end = WriteText(end, UnknownMode);
+            break;
     }
     if (!sunken) return Written(end);
     m_buffer.front() = u' ';
