@@ -58,6 +58,12 @@ std::vector<std::string> ScreenSection::Keys() const {
     return result;
 }
 
+std::string ScreenSection::Text() const {
+    std::string result;
+    for (const Line& line : m_lines) (result += line.text) += line.end;
+    return result;
+}
+
 std::size_t ScreenSection::PlaceBehind(std::string_view key) const noexcept {
     if (const std::size_t index = IndexOf(key); index < m_lines.size()) return index + 1;
     const auto last = std::find_if(m_lines.rbegin(), m_lines.rend(), [](const Line& line) { return !!line.entry; });
@@ -163,8 +169,7 @@ void ScreenFile::ReadEntry(std::string_view text, ScreenSection::Line& line) {
 
 std::string ScreenFile::Text() const {
     std::string result = m_byteOrderMark;
-    for (const ScreenSection& section : m_sections)
-        for (const ScreenSection::Line& line : section.m_lines) (result += line.text) += line.end;
+    for (const ScreenSection& section : m_sections) result += section.Text();
     return result;
 }
 
@@ -207,6 +212,29 @@ ScreenSection& ScreenFile::AddControl(std::string_view name) {
     (header += name) += ']';
     section.m_lines.push_back({std::move(header), end, std::nullopt});
     return section;
+}
+
+ScreenSection& ScreenFile::AddCopy(const ScreenSection& source, std::string_view name) {
+    ScreenSection& section = AddControl(name);
+    const std::string end = section.m_lines.front().end;
+    for (const ScreenSection::Line& line : source.m_lines) {
+        const bool isHeader = source.m_bHasHeader && &line == &source.m_lines.front();
+        if (!isHeader && !Trim(line.text).empty()) section.m_lines.push_back({line.text, end, line.entry});
+    }
+    return section;
+}
+
+void ScreenFile::RemoveControl(std::string_view name) {
+    const ScreenSection* const section = FindControl(name);
+    m_sections.remove_if([section](const ScreenSection& candidate) { return &candidate == section; });
+}
+
+std::string ScreenFile::FreeName(std::string_view stem) {
+    for (std::size_t number = 1;; ++number) {
+        std::string name(stem);
+        name += std::to_string(number);
+        if (!FindControl(name)) return name;
+    }
 }
 
 SectionUpdate::SectionUpdate(ScreenSection& section, std::vector<std::string> knownKeys, std::string_view after)

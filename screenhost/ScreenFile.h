@@ -14,6 +14,7 @@
 #pragma once
 
 #include <cstddef>
+#include <list>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -36,6 +37,8 @@ public:
     /// Null when there is no such key. Valid until the section is changed.
     const ScreenValue* Find(std::string_view key) const noexcept;
     std::vector<std::string> Keys() const;
+    /// The section's own lines, header included.
+    std::string Text() const;
 
     /// Changes a key's value, and leaves its line alone where the value is the same. A new key is placed behind the key
     /// `after`, or behind the last key where there is none of that name. Throws TextError when the value cannot be
@@ -74,12 +77,18 @@ public:
 
     /// The keys before the first section.
     ScreenSection& Screen() noexcept { return m_sections.front(); }
-    /// The controls in the file's order. Valid until AddControl.
+    /// The controls in the file's order. A section is valid until its control is removed.
     std::vector<ScreenSection*> Controls();
     ScreenSection* FindControl(std::string_view name) noexcept;
 
     /// Throws TextError when the name is taken or is no name.
     ScreenSection& AddControl(std::string_view name);
+    /// A new control with the keys and comments of another one, of this file or not. Throws as AddControl.
+    ScreenSection& AddCopy(const ScreenSection& source, std::string_view name);
+    /// With all its lines; nothing where there is no such control.
+    void RemoveControl(std::string_view name);
+    /// The stem with the lowest number from 1 that makes it a free name.
+    std::string FreeName(std::string_view stem);
 
 private:
     ScreenFile();
@@ -89,7 +98,7 @@ private:
     std::size_t ControlCount() const noexcept;
 
     std::string m_byteOrderMark;
-    std::vector<ScreenSection> m_sections;
+    std::list<ScreenSection> m_sections;  // stay where they are when others come and go
     std::vector<Problem> m_problems;
 };
 
