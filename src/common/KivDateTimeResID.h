@@ -20,6 +20,10 @@ enum KivDateTimeResID : std::int16_t {
     residSetAboutTitle = 111,
     residOK = 150,
 
+    /// Title of the message boxes of property pages. There is no such string: the attempt to load it fails, and that
+    /// failure is what leaves a page's Apply on bad input.
+    residPageErrorTitle = 1100,
+
     // Property errors.
     residPropertyValueError = 1200,
     residShowBadIndex = 1210,

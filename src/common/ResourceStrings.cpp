@@ -4,6 +4,7 @@
 #include <array>
 
 #include "common/NumericText.h"
+#include "platform/HostError.h"
 
 namespace kiv {
 
@@ -107,6 +108,11 @@ std::optional<std::u16string_view> FindResString(std::int32_t id) noexcept {
 std::u16string GetResString(std::int16_t id) {
     if (const auto text = FindResString(id)) return std::u16string(*text);
     return u"Err: Missing ResID (" + ToText(id) + u")";
+}
+
+std::u16string LoadResString(std::int16_t id) {
+    if (const auto text = FindResString(id)) return std::u16string(*text);
+    throw HostError(ErrorNumber::ResourceNotFound, {}, u"Resource with identifier '" + ToText(id) + u"' not found");
 }
 
 }  // namespace kiv

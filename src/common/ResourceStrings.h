@@ -21,4 +21,7 @@ std::optional<std::u16string_view> FindResString(std::int32_t id) noexcept;
 /// Never fails: a missing string shows itself as "Err: Missing ResID (1347)".
 std::u16string GetResString(std::int16_t id);
 
+/// For pages and about boxes, which have no use for a text that says that it is missing: throws HostError 326 instead.
+std::u16string LoadResString(std::int16_t id);
+
 }  // namespace kiv
