@@ -12,9 +12,10 @@ packages_lint=(clang-format clang-tidy)
 # To build for Windows; googletest holds the sources that the component's tests are built with.
 packages_cross=(g++ cmake ninja-build g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine
     googletest)
-# To run Windows programs on a display of our own. The X libraries and gnutls are loaded by Wine while it runs.
-packages_wine=(wine wine64 libwine xvfb fonts-liberation libgl1 libgnutls30 libxcomposite1 libxcursor1 libxfixes3 libxi6
-    libxinerama1 libxrandr2 libxrender1 libxxf86vm1)
+# To run Windows programs on a display of our own. The X libraries and gnutls are loaded by Wine while it runs; without
+# its fonts there are letters where the symbols of scroll bars and caption buttons should be.
+packages_wine=(wine wine64 libwine fonts-wine xvfb fonts-liberation libgl1 libgnutls30 libxcomposite1 libxcursor1
+    libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1)
 # What 32-bit Wine needs of the 64-bit system; Wine itself is unpacked by wine32.sh.
 packages_wine32=(libc6-i386 lib32gcc-s1 libz-mingw-w64)
 

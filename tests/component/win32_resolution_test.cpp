@@ -5,6 +5,8 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "comkit/Bstr.h"
 #include "common/KivDateTimeResID.h"
 #include "common/ResourceStrings.h"
@@ -34,7 +36,7 @@ void PrintTo(const Look& look, std::ostream* out) {
 
 std::vector<Look> AllLooks() {
     // A control without a calendar is no wider than its time field: there the container gives the captions their room.
-    constexpr Twips RoomForCaptions = 6000;
+    constexpr Twips RoomForCaptions = 6600;
     std::vector<Look> all;
     for (const int dpi : {96, 120, 144, 192, 288})
         for (const std::int64_t size : {82500, 120000})
@@ -70,6 +72,9 @@ protected:
         parts->time->SetValue({{2024, 12, 28}, {23, 58, 58}});
 
         const std::u16string sample = TimeSampleText(look.showSeconds, look.is12Hour);
+        const Twips lineHeight = parts->surface.MeasureText(u"09AaGgTtYyWw").height;
+        // The least height is made for small fonts; for a larger one a designer gives the field more.
+        const Twips timeHeight = std::max(MinTimeHeight, lineHeight + 4 * parts->surface.TwipsPerPixel());
         const Rect calendar = parts->calendar->Bounds();
         const SetControlPlaces p = ComputeSetControlLayout(
             {.mode = look.mode,
@@ -78,8 +83,8 @@ protected:
              .showDst = look.showDst,
              .control = {look.containerWidth, 0},
              .calendar = {calendar.width, calendar.height},
-             .time = {0, MinTimeHeight},
-             .textHeight = parts->surface.MeasureText(u"09AaGgTtYyWw").height,
+             .time = {0, timeHeight},
+             .textHeight = lineHeight,
              .timeTextWidth = parts->surface.MeasureText(sample).width,
              .spinWidth = parts->surface.ScrollBarWidthPixels() * parts->surface.TwipsPerPixel()});
         parts->outer->SetBounds(p.fraOuter);
