@@ -36,7 +36,7 @@ end_wine() { "$wineserver" -k 2>/dev/null || true; }
 # one that is not there costs two seconds whenever a window closes.
 make_prefix() {
     local stamp
-    stamp="$("$wine" --version) $wine 2"
+    stamp="$("$wine" --version) $wine 3"
     if [[ -f $WINEPREFIX/.complete && $(<"$WINEPREFIX/.complete") == "$stamp" ]]; then
         return 0
     fi
@@ -50,10 +50,14 @@ make_prefix() {
 fill_prefix() {
     # Without a display: nothing of the set-up shows a window.
     DISPLAY= in_wine wineboot -i &&
+        copy_fonts &&
         set_registry 'HKCU\Software\Wine\WineDbg' ShowCrashDialog REG_DWORD 0 &&
         set_managed N &&
         "$wineserver" -w
 }
+
+# Debian's Wine does not look where Debian's package of its fonts puts them.
+copy_fonts() { cp /usr/share/wine/fonts/*.{fon,ttf} "$WINEPREFIX/drive_c/windows/Fonts/"; }
 
 set_registry() { in_wine reg add "$1" /v "$2" /t "$3" /d "$4" /f >/dev/null; }
 
