@@ -43,11 +43,14 @@ void Activation::Activate() {
 void Activation::EnterPlace() {
     const auto place = m_site.Get().As<IOleInPlaceSite>();
     if (!place || place->CanInPlaceActivate() != S_OK) throw comkit::ComError(OLE_E_NOT_INPLACEACTIVE);
+    auto windowlessPlace = OfferOfNoWindow(place);
     if (m_bActive) return;  // asked whether it may, the container did it
     m_pPlace = place;
+    m_pWindowlessPlace = std::move(windowlessPlace);
     m_bActive = true;
     const unsigned visit = ++m_lVisits;
-    if (const HRESULT hr = place->OnInPlaceActivate(); FAILED(hr)) {
+    BOOL noRedraw = TRUE;
+    if (const HRESULT hr = TellInPlace(noRedraw); FAILED(hr)) {
         if (IsVisit(visit)) ForgetPlace();
         throw comkit::ComError(hr);
     }
@@ -57,6 +60,26 @@ void Activation::EnterPlace() {
         if (IsVisit(visit)) LeavePlace();
         throw;
     }
+    const auto drawn = m_pWindowlessPlace;
+    if (drawn && !noRedraw && IsVisit(visit)) drawn->InvalidateRect(nullptr, FALSE);
+}
+
+/// Null where the control needs a window, or the container wants it to have one.
+comkit::ComPtr<IOleInPlaceSiteWindowless> Activation::OfferOfNoWindow(
+    const comkit::ComPtr<IOleInPlaceSite>& place) const {
+    if (!m_pCore->Surface().CanBeWindowless()) return {};
+    auto windowless = place.As<IOleInPlaceSiteWindowless>();
+    if (windowless && windowless->CanWindowlessActivate() != S_OK) windowless.Reset();
+    return windowless;
+}
+
+HRESULT Activation::TellInPlace(BOOL& noRedraw) const {
+    if (const auto windowless = m_pWindowlessPlace) {
+        noRedraw = FALSE;
+        return windowless->OnInPlaceActivateEx(&noRedraw, ACTIVATE_WINDOWLESS);
+    }
+    const auto place = m_pPlace;
+    return place->OnInPlaceActivate();
 }
 
 void Activation::OpenWindows(IOleInPlaceSite& place, unsigned visit) {
@@ -73,8 +96,12 @@ void Activation::OpenWindows(IOleInPlaceSite& place, unsigned visit) {
     m_pFrame = std::move(frame);
     m_pDocument = std::move(document);
     m_position = position;
-    win32::ControlSurface& surface = m_pCore->Surface();
-    surface.Activate(parent, m_position);
+    win32::HostedSurface& surface = m_pCore->Surface();
+    if (m_pWindowlessPlace) {
+        surface.ActivateWindowless(parent, m_position);
+    } else {
+        surface.Activate(parent, m_position);
+    }
     // Asked for another place, the container may have ended it all.
     if (!m_bActive) surface.Deactivate();
     if (HWND window = surface.Window()) ClipWindow(window, clip);
@@ -84,23 +111,27 @@ void Activation::ForgetPlace() noexcept {
     ++m_lVisits;
     m_bActive = false;
     m_bClipped = false;
+    m_bCaptured = false;
     m_pFrame.Reset();
     m_pDocument.Reset();
+    m_pWindowlessPlace.Reset();
     m_pPlace.Reset();
 }
 
 void Activation::LeavePlace() noexcept {
     const LeavingScope leaving(m_lLeaving);
     const auto place = m_pPlace;
+    const auto captor = m_bCaptured ? m_pWindowlessPlace : nullptr;
     // Forgotten first: what the windows tell when they go may come back here.
     ForgetPlace();
+    if (captor) captor->SetCapture(FALSE);
     m_pCore->Surface().Deactivate();
     if (place) place->OnInPlaceDeactivate();
 }
 
 void Activation::UiActivate(bool takeFocus) {
     Activate();
-    if (!m_bActive) return;
+    if (!m_bActive || (m_class.miscStatus & OLEMISC_NOUIACTIVATE)) return;
     if (!m_bUiActive) {
         if (m_lLeaving > 0) throw comkit::ComError(OLE_E_NOT_INPLACEACTIVE);
         const auto place = m_pPlace;
@@ -117,7 +148,7 @@ void Activation::UiActivate(bool takeFocus) {
 }
 
 void Activation::TakeFocus() {
-    win32::ControlSurface& surface = m_pCore->Surface();
+    win32::HostedSurface& surface = m_pCore->Surface();
     const HWND window = surface.Window();
     if (!window || ContainsFocus(window)) return;
     const HWND first = surface.FirstTabStop();
@@ -127,7 +158,7 @@ void Activation::TakeFocus() {
 void Activation::TellFrame(IOleInPlaceActiveObject* object) noexcept {
     const auto frame = m_pFrame;
     const auto document = m_pDocument;
-    const wchar_t* name = object ? m_name : nullptr;
+    const wchar_t* name = object ? m_class.name : nullptr;
     if (frame) frame->SetActiveObject(object, name);
     if (object && !m_bUiActive) return;  // the frame ended it
     if (document) document->SetActiveObject(object, name);
@@ -169,12 +200,30 @@ void Activation::Show(bool visible) {
     if (visible != isVisible) ShowWindow(window, visible ? SW_SHOWNA : SW_HIDE);
 }
 
+bool Activation::Invalidate(const RECT& pixels) noexcept {
+    // With a window nobody is to be told: the window is invalid already.
+    const auto place = m_pWindowlessPlace;
+    if (!place) return false;
+    RECT area = pixels;
+    OffsetRect(&area, m_position.left, m_position.top);
+    place->InvalidateRect(&area, FALSE);
+    return true;
+}
+
+void Activation::Capture(bool wanted) noexcept {
+    const auto place = m_pWindowlessPlace;
+    if (!place || wanted == m_bCaptured) return;
+    m_bCaptured = wanted;
+    place->SetCapture(wanted ? TRUE : FALSE);
+}
+
 void Activation::FollowUiDead() noexcept {
     if (!m_bActive) return;
     const bool dead = m_site.IsUiDead();
+    m_bUiDead = dead;
     const HWND window = m_pCore->Surface().Window();
     if (!window) return;
-    const bool enabled = m_pCore->Surface().IsEnabled() && !dead;
+    const bool enabled = m_pCore->Surface().Area().IsEnabled() && !dead;
     if (enabled != (IsWindowEnabled(window) != FALSE)) EnableWindow(window, enabled);
 }
 
@@ -185,7 +234,7 @@ void Activation::TellKeysChanged() noexcept {
 
 void Activation::SetRects(const RECT& position, const RECT& clip) {
     m_position = position;
-    win32::ControlSurface& surface = m_pCore->Surface();
+    win32::HostedSurface& surface = m_pCore->Surface();
     surface.SetPixelRect(position);
     // Taking the place may have ended the windows, or moved them on.
     if (HWND window = surface.Window()) ClipWindow(window, clip);
@@ -196,7 +245,7 @@ void Activation::RequestSize(const Size& twips) {
         if (const auto site = m_site.Get()) site->RequestNewObjectLayout();
         return;
     }
-    const double perPixel = m_pCore->Surface().TwipsPerPixel();
+    const double perPixel = m_pCore->Surface().Area().TwipsPerPixel();
     m_position.right = m_position.left + static_cast<LONG>(std::lround(twips.width / perPixel));
     m_position.bottom = m_position.top + static_cast<LONG>(std::lround(twips.height / perPixel));
     const RECT wanted = m_position;

@@ -1,7 +1,9 @@
-// A control's way through the states of embedding: loaded, in-place active (its windows exist), UI active (it has the
-// keyboard and the container's frame knows it).
+// A control's way through the states of embedding: loaded, in-place active (its windows exist, or it lives in the
+// container's), UI active (it has the keyboard and the container's frame knows it).
 //
-// Holds the container's in-place site and frame only while active. Every call to the container may re-enter.
+// A control that can do without a window gets none where the container offers as much. A class of controls that is
+// never UI active is in-place active instead. Holds the container's in-place site and frame only while active. Every
+// call to the container may re-enter.
 #pragma once
 
 #include <ocidl.h>
@@ -16,8 +18,8 @@ namespace kiv::server {
 
 class Activation final {
 public:
-    Activation(ControlHost& host, const ClientSite& site, const wchar_t* name) noexcept
-        : m_host(host), m_site(site), m_name(name) {}
+    Activation(ControlHost& host, const ClientSite& site, const ControlClass& controlClass) noexcept
+        : m_host(host), m_site(site), m_class(controlClass) {}
     Activation(const Activation&) = delete;
     Activation& operator=(const Activation&) = delete;
 
@@ -44,13 +46,22 @@ public:
     /// The control has another size: asks an active control's container for the place.
     void RequestSize(const Size& twips);
 
+    /// Without a window: a part of the control, in pixels from its corner, is to be drawn anew. False: it has a window,
+    /// or is not active.
+    bool Invalidate(const RECT& pixels) noexcept;
+    /// Without a window: the mouse belongs to the control, or no longer does.
+    void Capture(bool wanted) noexcept;
+
     /// An active control of a container whose user interface is dead takes no input.
     void FollowUiDead() noexcept;
+    bool IsUiDead() const noexcept { return m_bUiDead; }
     /// Which access keys there are depends on captions, on what is visible and on what is enabled.
     void TellKeysChanged() noexcept;
 
 private:
     void EnterPlace();
+    comkit::ComPtr<IOleInPlaceSiteWindowless> OfferOfNoWindow(const comkit::ComPtr<IOleInPlaceSite>& place) const;
+    HRESULT TellInPlace(BOOL& noRedraw) const;
     void OpenWindows(IOleInPlaceSite& place, unsigned visit);
     void LeavePlace() noexcept;
     void ForgetPlace() noexcept;
@@ -63,10 +74,11 @@ private:
 
     ControlHost& m_host;
     const ClientSite& m_site;
-    const wchar_t* m_name;
+    const ControlClass& m_class;
     ControlCore* m_pCore = nullptr;
     IOleInPlaceActiveObject* m_pActiveObject = nullptr;
     comkit::ComPtr<IOleInPlaceSite> m_pPlace;
+    comkit::ComPtr<IOleInPlaceSiteWindowless> m_pWindowlessPlace;  ///< null while it has a window of its own
     comkit::ComPtr<IOleInPlaceFrame> m_pFrame;
     comkit::ComPtr<IOleInPlaceUIWindow> m_pDocument;
     RECT m_position{};
@@ -75,6 +87,8 @@ private:
     bool m_bActive = false;
     bool m_bUiActive = false;
     bool m_bClipped = false;
+    bool m_bCaptured = false;
+    bool m_bUiDead = false;
 };
 
 }  // namespace kiv::server

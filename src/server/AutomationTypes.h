@@ -21,6 +21,9 @@ inline void Hand(OleColor value, OLE_COLOR& out) noexcept {
 inline void Hand(std::int32_t value, LONG& out) noexcept {
     out = value;
 }
+inline void Hand(std::int16_t value, SHORT& out) noexcept {
+    out = value;
+}
 inline void Hand(bool value, VARIANT_BOOL& out) noexcept {
     out = value ? VARIANT_TRUE : VARIANT_FALSE;
 }

@@ -10,7 +10,7 @@
 
 #include "platform/Container.h"
 #include "platform/PropertyBag.h"
-#include "win32/ControlSurface.h"
+#include "win32/HostedSurface.h"
 
 namespace kiv::server {
 
@@ -23,7 +23,7 @@ public:
 
     /// The control's own interfaces: the dual one, IDispatch, and IVexaSupport. The pointer is not counted.
     virtual void* FindInterface(REFIID iid) noexcept = 0;
-    virtual win32::ControlSurface& Surface() noexcept = 0;
+    virtual win32::HostedSurface& Surface() noexcept = 0;
 
     virtual void InitProperties() = 0;
     virtual void ReadProperties(const PropertyBag& bag) = 0;
@@ -33,6 +33,8 @@ public:
     virtual void OnUserModeChanged() = 0;
     /// The control's font object was changed in place.
     virtual void OnFontChanged() = 0;
+    /// The user's regional and other settings may be other ones.
+    virtual void OnSettingsChanged() {}
     virtual void Terminate() noexcept = 0;
 
     /// The member whose value is kept under a persistence key; DISPID_UNKNOWN where there is none.
@@ -44,7 +46,7 @@ class ControlHost {
 public:
     virtual IUnknown& Identity() noexcept = 0;
     virtual Container& ContainerSide() noexcept = 0;
-    virtual win32::SurfaceSite& SiteOfSurface() noexcept = 0;
+    virtual win32::WindowlessSite& SiteOfSurface() noexcept = 0;
     virtual EventSource& Events() noexcept = 0;
     /// Gives the control its defaults where its container neither loaded it nor asked for a new one.
     virtual void EnsureInitialized() = 0;

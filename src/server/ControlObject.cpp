@@ -19,7 +19,7 @@ bool ChangesAccessKeys(std::u16string_view key) noexcept {
 ControlObject::ControlObject(const ControlClass& controlClass)
     : m_class(controlClass),
       m_events(*ComObject::Identity(), controlClass.eventInterface),
-      m_activation(*this, m_site, controlClass.name),
+      m_activation(*this, m_site, controlClass),
       m_font([this] {
           const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
           m_pCore->OnFontChanged();
@@ -85,7 +85,7 @@ HRESULT ControlObject::InterfaceSupportsErrorInfo(REFIID iid) {
 }
 
 void ControlObject::OnLoaded() {
-    m_font.Watch(m_pCore->Surface().GetFont());
+    m_font.Watch(m_pCore->Surface().Area().GetFont());
     TellPictureChanged();
     m_activation.FollowUiDead();
     m_activation.TellKeysChanged();
@@ -98,7 +98,7 @@ void ControlObject::TellPictureChanged() noexcept {
 
 FontPtr ControlObject::AmbientFont() const {
     FontPtr font = m_site.Font();
-    return font ? font : m_pCore->Surface().GetFont();
+    return font ? font : m_pCore->Surface().Area().GetFont();
 }
 
 bool ControlObject::RequestEdit(DISPID member) {
@@ -114,11 +114,15 @@ void ControlObject::PropertyChanged(std::u16string_view key) {
     m_persist.MarkDirty();
     const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
     const DISPID member = m_pCore->MemberOfKey(key);
-    if (key == u"Font") m_font.Watch(m_pCore->Surface().GetFont());
+    if (key == u"Font") m_font.Watch(m_pCore->Surface().Area().GetFont());
     m_events.RaiseChanged(member);
     TellPictureChanged();
     if (key == u"Enabled") m_activation.FollowUiDead();
     if (ChangesAccessKeys(key)) m_activation.TellKeysChanged();
+}
+
+void ControlObject::MarkDirty() {
+    if (!m_persist.IsLoading()) m_persist.MarkDirty();
 }
 
 void ControlObject::OnSizeChanged(const Size& twips) {
@@ -138,6 +142,21 @@ void ControlObject::OnFocus(bool gained) {
 void ControlObject::OnMouseActivate() {
     const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
     AtBoundary([&] { m_activation.UiActivate(false); });
+}
+
+void ControlObject::OnInvalidate(const RECT& pixels) {
+    if (m_persist.IsLoading()) return;
+    const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+    if (!m_activation.Invalidate(pixels)) TellPictureChanged();
+}
+
+void ControlObject::OnCapture(bool wanted) {
+    const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+    m_activation.Capture(wanted);
+}
+
+void ControlObject::OnSettingsChanged() {
+    m_pCore->OnSettingsChanged();
 }
 
 void ControlObject::OnAmbientsChanged() {

@@ -31,7 +31,7 @@ namespace kiv::server {
 class ControlObject final : public comkit::ComObject<ControlObject, IProvideClassInfo2, ISupportErrorInfo>,
                             private ControlHost,
                             private Container,
-                            private win32::SurfaceSite,
+                            private win32::WindowlessSite,
                             private SiteListener {
 public:
     explicit ControlObject(const ControlClass& controlClass);
@@ -49,7 +49,7 @@ private:
     // ControlHost
     IUnknown& Identity() noexcept override { return *ComObject::Identity(); }
     Container& ContainerSide() noexcept override { return *this; }
-    win32::SurfaceSite& SiteOfSurface() noexcept override { return *this; }
+    win32::WindowlessSite& SiteOfSurface() noexcept override { return *this; }
     EventSource& Events() noexcept override { return m_events; }
     void EnsureInitialized() override { m_persist.EnsureInitialized(); }
     void OnLoaded() override;
@@ -61,15 +61,19 @@ private:
     FontPtr AmbientFont() const override;
     std::u16string InstanceName() const override { return m_site.InstanceName(); }
     void PropertyChanged(std::u16string_view key) override;
+    void MarkDirty() override;
     void SetExtenderNumber(std::u16string_view name, std::int32_t value) override {
         m_site.SetExtenderNumber(name, value);
     }
     Point ToContainerPosition(const Point& twips) const override { return m_site.ToContainerPosition(twips); }
 
-    // win32::SurfaceSite
+    // win32::WindowlessSite
     void OnSizeChanged(const Size& twips) override;
     void OnFocus(bool gained) override;
     void OnMouseActivate() override;
+    void OnInvalidate(const RECT& pixels) override;
+    void OnCapture(bool wanted) override;
+    void OnSettingsChanged() override;
 
     // SiteListener
     void OnAmbientsChanged() override;

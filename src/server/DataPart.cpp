@@ -14,7 +14,7 @@ namespace {
 struct Offer {
     CLIPFORMAT format;
     DWORD medium;
-    void (*make)(win32::ControlSurface& surface, STGMEDIUM& out);
+    void (*make)(win32::HostedSurface& surface, STGMEDIUM& out);
 };
 
 constexpr Offer Offers[] = {

@@ -21,8 +21,10 @@ DWORD KeyModifiers() noexcept {
 }  // namespace
 
 void* InPlacePart::Find(REFIID iid) noexcept {
-    if (IsEqualIID(iid, IID_IOleWindow)) return static_cast<IOleInPlaceObject*>(this);
-    return ComPart::Find(iid);
+    if (IsEqualIID(iid, IID_IOleWindow) || IsEqualIID(iid, IID_IOleInPlaceObject))
+        return static_cast<IOleInPlaceObject*>(this);
+    const bool asksForNoWindow = IsEqualIID(iid, IID_IOleInPlaceObjectWindowless);
+    return asksForNoWindow && !m_pCore->Surface().CanBeWindowless() ? nullptr : ComPart::Find(iid);
 }
 
 HRESULT InPlacePart::GetWindow(HWND* out) {
@@ -42,6 +44,24 @@ HRESULT InPlacePart::UIDeactivate() {
 HRESULT InPlacePart::SetObjectRects(LPCRECT position, LPCRECT clip) {
     if (!position) return E_POINTER;
     return AtBoundaryOf(Owner(), [&] { m_activation.SetRects(*position, clip ? *clip : *position); });
+}
+
+HRESULT InPlacePart::OnWindowMessage(UINT id, WPARAM wParam, LPARAM lParam, LRESULT* out) {
+    if (!out) return E_POINTER;
+    *out = 0;
+    return AtBoundaryOf(Owner(), [&] {
+        const bool isInput = (id >= WM_MOUSEFIRST && id <= WM_MOUSELAST) || (id >= WM_KEYFIRST && id <= WM_KEYLAST);
+        if (isInput && m_activation.IsUiDead()) return S_FALSE;
+        const auto result = m_pCore->Surface().OnWindowMessage(id, wParam, lParam);
+        *out = result.value_or(0);
+        return result ? S_OK : S_FALSE;
+    });
+}
+
+HRESULT InPlacePart::GetDropTarget(IDropTarget** out) {
+    if (!out) return E_POINTER;
+    *out = nullptr;
+    return E_NOTIMPL;  // nothing can be dropped here
 }
 
 HRESULT InPlacePart::TranslateAccelerator(LPMSG message) {

@@ -15,9 +15,9 @@ struct PictureSize {
     SIZE pixels;
 };
 
-PictureSize SizeOf(const win32::ControlSurface& surface) {
-    const Rect bounds = surface.Bounds();
-    const double perPixel = surface.TwipsPerPixel();
+PictureSize SizeOf(const win32::HostedSurface& surface) {
+    const Rect bounds = surface.Area().Bounds();
+    const double perPixel = surface.Area().TwipsPerPixel();
     return {HimetricOf(Size{bounds.width, bounds.height}),
             {static_cast<LONG>(std::lround(bounds.width / perPixel)),
              static_cast<LONG>(std::lround(bounds.height / perPixel))}};
@@ -52,7 +52,7 @@ void ThrowIfNone(const Handle& handle) {
 
 }  // namespace
 
-void MakeMetafilePicture(win32::ControlSurface& surface, STGMEDIUM& out) {
+void MakeMetafilePicture(win32::HostedSurface& surface, STGMEDIUM& out) {
     const PictureSize size = SizeOf(surface);
     Recording recording(CreateMetaFileW(nullptr));
     ThrowIfNone(recording);
@@ -73,7 +73,7 @@ void MakeMetafilePicture(win32::ControlSurface& surface, STGMEDIUM& out) {
     out.hMetaFilePict = memory.Detach();
 }
 
-void MakeEnhancedMetafile(win32::ControlSurface& surface, STGMEDIUM& out) {
+void MakeEnhancedMetafile(win32::HostedSurface& surface, STGMEDIUM& out) {
     const PictureSize size = SizeOf(surface);
     const comkit::WindowDc screen(nullptr);
     const RECT frame{0, 0, size.himetric.cx, size.himetric.cy};

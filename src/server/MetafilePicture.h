@@ -3,12 +3,12 @@
 
 #include <objidl.h>
 
-#include "win32/ControlSurface.h"
+#include "win32/HostedSurface.h"
 
 namespace kiv::server {
 
 /// Fill a medium that its taker releases. Throw comkit::ComError.
-void MakeMetafilePicture(win32::ControlSurface& surface, STGMEDIUM& out);
-void MakeEnhancedMetafile(win32::ControlSurface& surface, STGMEDIUM& out);
+void MakeMetafilePicture(win32::HostedSurface& surface, STGMEDIUM& out);
+void MakeEnhancedMetafile(win32::HostedSurface& surface, STGMEDIUM& out);
 
 }  // namespace kiv::server

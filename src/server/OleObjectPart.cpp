@@ -154,7 +154,7 @@ HRESULT OleObjectPart::GetExtent(DWORD aspect, SIZEL* out) {
     if (aspect != DVASPECT_CONTENT) return DV_E_DVASPECT;
     return AtBoundaryOf(Owner(), [&] {
         m_host.EnsureInitialized();
-        const Rect bounds = m_pCore->Surface().Bounds();
+        const Rect bounds = m_pCore->Surface().Area().Bounds();
         *out = HimetricOf(Size{bounds.width, bounds.height});
     });
 }

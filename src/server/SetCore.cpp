@@ -9,6 +9,7 @@
 #include "server/VexaSupportPart.h"
 #include "setcontrol/SetControl.h"
 #include "win32/ApplicationHelpFile.h"
+#include "win32/ControlSurface.h"
 #include "win32/LateBoundFramework.h"
 #include "win32/MessageTimer.h"
 #include "win32/OleFont.h"
@@ -37,7 +38,7 @@ public:
         void* const found = m_dispatch.Find(iid);
         return found ? found : m_support.Find(iid);
     }
-    win32::ControlSurface& Surface() noexcept override { return m_surface; }
+    win32::HostedSurface& Surface() noexcept override { return m_surface; }
     void InitProperties() override { m_control.InitProperties(); }
     void ReadProperties(const PropertyBag& bag) override { m_control.ReadProperties(bag); }
     void WriteProperties(PropertyBag& bag) const override { m_control.WriteProperties(bag); }

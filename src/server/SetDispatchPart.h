@@ -1,35 +1,17 @@
-// The dual interface of KivSetDateTime, mapped member by member to the control; IDispatch goes through its type
-// information. Members that are marked so in the type library ask the property sinks before they change anything, and
-// raise error 383 where a sink refuses.
+// The dual interface of KivSetDateTime, mapped member by member to the control.
 #pragma once
 
 #include <KivDateTime.h>
 
-#include <memory>
-
-#include "comkit/ComObject.h"
-#include "server/AutomationTypes.h"
-#include "server/Boundary.h"
-#include "server/ControlCore.h"
-#include "server/DispatchInfo.h"
+#include "server/DispatchPart.h"
 #include "server/SetMembers.h"
 #include "setcontrol/SetControl.h"
 
 namespace kiv::server {
 
-class SetDispatchPart final : public comkit::ComPart<_KivSetDateTime> {
+class SetDispatchPart final : public DispatchPart<_KivSetDateTime, SetControl> {
 public:
-    SetDispatchPart(ControlHost& host, SetControl& control);
-
-    /// As ComPart, and IDispatch.
-    void* Find(REFIID iid) noexcept;
-
-    // IDispatch
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* out) override;
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** out) override;
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
-                                     EXCEPINFO* info, UINT* argument) override;
+    using DispatchPart::DispatchPart;
 
     // Properties
     HRESULT STDMETHODCALLTYPE get_BackColor(OLE_COLOR* out) override { return Get<&SetControl::BackColor>(out); }
@@ -144,11 +126,15 @@ public:
     }
     HRESULT STDMETHODCALLTYPE get_Font(IFontDisp** out) override { return Get<&SetControl::GetFont>(out); }
     HRESULT STDMETHODCALLTYPE put_Font(IFontDisp* value) override { return putref_Font(value); }
-    HRESULT STDMETHODCALLTYPE putref_Font(IFontDisp* value) override;
+    HRESULT STDMETHODCALLTYPE putref_Font(IFontDisp* value) override {
+        return PutFont<&SetControl::SetFont>(SetMember::Font, value);
+    }
     HRESULT STDMETHODCALLTYPE get_DataInUpload(VARIANT_BOOL* out) override {
         return Get<&SetControl::DataInUpload>(out);
     }
-    HRESULT STDMETHODCALLTYPE put_DataInUpload(VARIANT_BOOL value) override;
+    HRESULT STDMETHODCALLTYPE put_DataInUpload(VARIANT_BOOL value) override {
+        return PutUnasked<&SetControl::SetDataInUpload>(value);
+    }
 
     // Slots 0 to 13
     HRESULT STDMETHODCALLTYPE get_DataElementPath(LONG index, BSTR* out) override {
@@ -179,41 +165,6 @@ public:
     // Methods
     HRESULT STDMETHODCALLTYPE GetDateTimeInfo(VARIANT* vDate, VARIANT* vTime, VARIANT_BOOL* bEnableDST) override;
     HRESULT STDMETHODCALLTYPE ShowAboutBox() override;
-
-private:
-    template <auto Getter, class Out, class... Index>
-    HRESULT Get(Out* out, Index... index) {
-        if (!out) return E_POINTER;
-        *out = Out{};
-        return AtBoundaryOf(Owner(), [&] {
-            m_host.EnsureInitialized();
-            Hand((m_control.*Getter)(index...), *out);
-        });
-    }
-
-    template <auto Setter, class In>
-    HRESULT Put(DISPID member, In value) {
-        return AtBoundaryOf(Owner(), [&] {
-            m_host.EnsureInitialized();
-            AskToEdit(member);
-            (m_control.*Setter)(Taken(value));
-        });
-    }
-
-    template <auto Setter, class In>
-    HRESULT PutSlot(LONG index, In value) {
-        return AtBoundaryOf(Owner(), [&] {
-            m_host.EnsureInitialized();
-            (m_control.*Setter)(index, Taken(value));
-        });
-    }
-
-    /// Throws HostError 383 where a container that watches the member does not allow a change now.
-    void AskToEdit(DISPID member);
-
-    ControlHost& m_host;
-    SetControl& m_control;
-    std::shared_ptr<const DispatchInfo> m_pInfo;
 };
 
 }  // namespace kiv::server

@@ -19,56 +19,26 @@ Value DateValue(const VARIANT& variant) {
     return OleDate{date.Get().date};
 }
 
+constexpr EventNumbers Numbers{
+    .click = SetEvent::Click,
+    .dblClick = SetEvent::DblClick,
+    .keyUp = SetEvent::KeyUp,
+    .keyPress = SetEvent::KeyPress,
+    .keyDown = SetEvent::KeyDown,
+    .mouseDown = SetEvent::MouseDown,
+    .mouseMove = SetEvent::MouseMove,
+    .mouseUp = SetEvent::MouseUp,
+};
+
 }  // namespace
 
-void SetEvents::FireKey(DISPID event, std::int16_t& keyCode, std::int16_t& shift) {
-    const std::array args{ByRef(keyCode), ByRef(shift)};
-    m_events.Fire(event, args);
-}
-
-void SetEvents::FireMouse(DISPID event, std::int16_t& button, std::int16_t& shift, float& x, float& y) {
-    const std::array args{ByRef(button), ByRef(shift), ByRef(x), ByRef(y)};
-    m_events.Fire(event, args);
-}
-
-void SetEvents::Click() {
-    m_events.Fire(SetEvent::Click, {});
-}
-
-void SetEvents::DblClick() {
-    m_events.Fire(SetEvent::DblClick, {});
-}
-
-void SetEvents::KeyUp(std::int16_t& keyCode, std::int16_t& shift) {
-    FireKey(SetEvent::KeyUp, keyCode, shift);
-}
-
-void SetEvents::KeyPress(std::int16_t& keyAscii) {
-    const std::array args{ByRef(keyAscii)};
-    m_events.Fire(SetEvent::KeyPress, args);
-}
-
-void SetEvents::KeyDown(std::int16_t& keyCode, std::int16_t& shift) {
-    FireKey(SetEvent::KeyDown, keyCode, shift);
-}
-
-void SetEvents::MouseDown(std::int16_t& button, std::int16_t& shift, float& x, float& y) {
-    FireMouse(SetEvent::MouseDown, button, shift, x, y);
-}
-
-void SetEvents::MouseMove(std::int16_t& button, std::int16_t& shift, float& x, float& y) {
-    FireMouse(SetEvent::MouseMove, button, shift, x, y);
-}
-
-void SetEvents::MouseUp(std::int16_t& button, std::int16_t& shift, float& x, float& y) {
-    FireMouse(SetEvent::MouseUp, button, shift, x, y);
-}
+SetEvents::SetEvents(EventSource& events) noexcept : FiredEvents(events, Numbers) {}
 
 void SetEvents::GetDeviceDateTime(Value& dtNow, bool& bEnableDST) {
     comkit::Variant now = VariantOf(dtNow);
     VARIANT_BOOL enable = bEnableDST ? VARIANT_TRUE : VARIANT_FALSE;
     const std::array args{ByRef(now.Get()), ByRefBool(enable)};
-    comkit::ThrowIfFailed(m_events.Fire(SetEvent::GetDeviceDateTime, args));
+    comkit::ThrowIfFailed(Source().Fire(SetEvent::GetDeviceDateTime, args));
     dtNow = DateValue(now.Get());
     bEnableDST = enable != VARIANT_FALSE;
 }

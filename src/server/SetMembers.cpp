@@ -1,13 +1,10 @@
 #include "server/SetMembers.h"
 
+#include "server/KeyedMembers.h"
+
 namespace kiv::server {
 
 namespace {
-
-struct KeyedMember {
-    std::u16string_view key;
-    DISPID member;
-};
 
 constexpr KeyedMember Slots[] = {
     {u"DataLMObject", SetMember::DataLMObject},
@@ -43,20 +40,10 @@ constexpr KeyedMember Properties[] = {
     {u"UsePCDateTime", SetMember::UsePCDateTime},
 };
 
-std::u16string_view WithoutSlot(std::u16string_view key) noexcept {
-    const auto last = key.find_last_not_of(u"0123456789");
-    return last == std::u16string_view::npos ? std::u16string_view() : key.substr(0, last + 1);
-}
-
 }  // namespace
 
 DISPID SetMemberOfKey(std::u16string_view key) noexcept {
-    for (const KeyedMember& entry : Properties)
-        if (entry.key == key) return entry.member;
-    const std::u16string_view name = WithoutSlot(key);
-    for (const KeyedMember& entry : Slots)
-        if (entry.key == name) return entry.member;
-    return DISPID_UNKNOWN;
+    return MemberOfKey(Properties, Slots, key);
 }
 
 }  // namespace kiv::server

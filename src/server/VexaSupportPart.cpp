@@ -1,8 +1,6 @@
 #include "server/VexaSupportPart.h"
 
 #include "comkit/Bstr.h"
-#include "server/Boundary.h"
-#include "server/Module.h"
 #include "win32/FrameworkObjects.h"
 
 namespace kiv::server {
@@ -17,42 +15,14 @@ HRESULT HandFlag(VARIANT_BOOL* out, bool flag) noexcept {
 
 }  // namespace
 
-VexaSupportPart::VexaSupportPart(ControlHost& host, VexaSupport& control)
-    : ComPart(host.Identity()), m_host(host), m_control(control), m_pInfo(Module::Dispatch(__uuidof(IVexaSupport))) {}
-
 template <class Answer>
 HRESULT VexaSupportPart::HandObject(IDispatch** out, Answer answer) {
     if (!out) return E_POINTER;
     *out = nullptr;
     return AtBoundaryOf(Owner(), [&] {
         // A container that loads nothing gets a control with its defaults, and what comes with them.
-        m_host.EnsureInitialized();
+        Host().EnsureInitialized();
         *out = win32::DispatchOf(answer()).Detach();
-    });
-}
-
-HRESULT VexaSupportPart::GetTypeInfoCount(UINT* out) {
-    if (!out) return E_POINTER;
-    *out = 1;
-    return S_OK;
-}
-
-HRESULT VexaSupportPart::GetTypeInfo(UINT index, LCID, ITypeInfo** out) {
-    return m_pInfo->GetTypeInfo(index, out);
-}
-
-HRESULT VexaSupportPart::GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-    if (!names || !ids) return E_POINTER;
-    if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
-    return m_pInfo->GetIDsOfNames(names, count, ids);
-}
-
-HRESULT VexaSupportPart::Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
-                                EXCEPINFO* info, UINT* argument) {
-    if (!IsEqualIID(iid, IID_NULL)) return DISP_E_UNKNOWNINTERFACE;
-    if (!params) return E_POINTER;
-    return AtBoundaryOf(Owner(), [&] {
-        return m_pInfo->Invoke(static_cast<IVexaSupport*>(this), id, flags, *params, result, info, argument);
     });
 }
 
@@ -124,7 +94,7 @@ HRESULT VexaSupportPart::VexaValidate(LONG, VARIANT_BOOL* out) {
 
 HRESULT VexaSupportPart::VexaSetControlFocus() {
     return AtBoundaryOf(Owner(), [&] {
-        m_host.EnsureInitialized();
+        Host().EnsureInitialized();
         m_control.VexaSetControlFocus();
     });
 }

@@ -4,25 +4,14 @@
 
 #include <Vexa.h>
 
-#include <memory>
-
-#include "comkit/ComObject.h"
 #include "common/VexaSupport.h"
-#include "server/ControlCore.h"
-#include "server/DispatchInfo.h"
+#include "server/DualPart.h"
 
 namespace kiv::server {
 
-class VexaSupportPart final : public comkit::ComPart<IVexaSupport> {
+class VexaSupportPart final : public DualPart<IVexaSupport> {
 public:
-    VexaSupportPart(ControlHost& host, VexaSupport& control);
-
-    // IDispatch
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* out) override;
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** out) override;
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID, DISPID* ids) override;
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID iid, LCID, WORD flags, DISPPARAMS* params, VARIANT* result,
-                                     EXCEPINFO* info, UINT* argument) override;
+    VexaSupportPart(ControlHost& host, VexaSupport& control) : DualPart(host), m_control(control) {}
 
     // IVexaSupport
     HRESULT STDMETHODCALLTYPE VexaShowDefault(LONG, BSTR, VARIANT_BOOL* out) override;
@@ -48,9 +37,7 @@ private:
     template <class Answer>
     HRESULT HandObject(IDispatch** out, Answer answer);
 
-    ControlHost& m_host;
     VexaSupport& m_control;
-    std::shared_ptr<const DispatchInfo> m_pInfo;
 };
 
 }  // namespace kiv::server

@@ -26,10 +26,16 @@ void ViewPart::NotifyChanged() noexcept {
 HRESULT ViewPart::Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC dc, LPCRECTL bounds, LPCRECTL,
                        BOOL(STDMETHODCALLTYPE*)(ULONG_PTR), ULONG_PTR) {
     if (!(aspect & Drawn)) return DV_E_DVASPECT;
-    if (!dc || !bounds) return E_INVALIDARG;
+    if (!dc) return E_INVALIDARG;
     return AtBoundaryOf(Owner(), [&] {
         m_host.EnsureInitialized();
-        m_pCore->Surface().Draw(dc, {bounds->left, bounds->top, bounds->right, bounds->bottom});
+        win32::HostedSurface& surface = m_pCore->Surface();
+        // What lives in the container's window is drawn there without further words.
+        const auto place =
+            bounds ? RECT{bounds->left, bounds->top, bounds->right, bounds->bottom} : surface.WindowlessPlace();
+        if (!place) return E_INVALIDARG;
+        surface.Draw(dc, *place);
+        return S_OK;
     });
 }
 
@@ -61,7 +67,7 @@ HRESULT ViewPart::GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*, LPSIZEL out) {
     if (!(aspect & Drawn)) return DV_E_DVASPECT;
     return AtBoundaryOf(Owner(), [&] {
         m_host.EnsureInitialized();
-        const Rect bounds = m_pCore->Surface().Bounds();
+        const Rect bounds = m_pCore->Surface().Area().Bounds();
         *out = HimetricOf(Size{bounds.width, bounds.height});
     });
 }

@@ -14,23 +14,11 @@
 #include <string_view>
 
 #include "platform/Widgets.h"
+#include "win32/HostedSurface.h"
 
 namespace kiv::win32 {
 
-/// Who sites the surface; outlives it. Every call may destroy the surface.
-class SurfaceSite {
-public:
-    virtual ~SurfaceSite() = default;
-    /// The control changed its own size through SetSize; Bounds() has the new size already, the window has not. A
-    /// container that agrees answers with SetPixelRect (at once or later).
-    virtual void OnSizeChanged(const Size& twips) = 0;
-    /// The keyboard focus came to the surface or one of its children from outside, or left them all.
-    virtual void OnFocus(bool gained) = 0;
-    /// A mouse button went down on the surface or one of its children, before anybody handles it.
-    virtual void OnMouseActivate() = 0;
-};
-
-class ControlSurface final : public Surface {
+class ControlSurface final : public Surface, public HostedSurface {
 public:
     /// The surface starts without a window, enabled, visible, with no size and the default font and colours.
     explicit ControlSurface(SurfaceSite& site);
@@ -38,31 +26,22 @@ public:
     ControlSurface(const ControlSurface&) = delete;
     ControlSurface& operator=(const ControlSurface&) = delete;
 
-    /// Makes the windows; the listener's OnResize is called before, where pixels means another size than the present
-    /// one. Does nothing while active. Throws comkit::ComError when a window cannot be made; then there is none.
-    void Activate(HWND parent, const RECT& pixels);
-    void Deactivate() noexcept;
-    /// Null while not active.
-    HWND Window() const noexcept;
-
-    /// The container gave the surface this place in its parent window. Moves the window; where the size in pixels is
-    /// another than that of Bounds(), takes it over and calls the listener's OnResize.
-    void SetPixelRect(const RECT& pixels);
-    /// The container gave a size while there may be no window: as SetPixelRect, without moving anything.
-    void SetSizeFromContainer(const Size& twips);
-    /// Dots per inch of the window that the surface lives in; before the first activation those of the screen.
-    int Dpi() const noexcept;
-
+    // HostedSurface
+    ControlArea& Area() noexcept override { return *this; }
+    void Activate(HWND parent, const RECT& pixels) override;
+    void Deactivate() noexcept override;
+    HWND Window() const noexcept override;
+    void SetPixelRect(const RECT& pixels) override;
+    void SetSizeFromContainer(const Size& twips) override;
+    int Dpi() const noexcept override;
+    void Draw(HDC dc, const RECT& bounds) override;
     /// The first and last visible, enabled child that the Tab key stops at; null where there is none.
-    HWND FirstTabStop() const noexcept;
+    HWND FirstTabStop() const noexcept override;
     HWND LastTabStop() const noexcept;
     /// Walks the children with Tab and Shift+Tab. False: the key is not for the surface, or the walk leaves it.
-    bool TranslateKey(const MSG& message);
+    bool TranslateKey(const MSG& message) override;
     /// Carries out the access key of a child's caption: false where no visible, enabled child has it.
-    bool PressMnemonic(wchar_t key);
-
-    /// Draws surface and children, as they stand, into a rectangle of a device context; also without windows.
-    void Draw(HDC dc, const RECT& bounds);
+    bool PressMnemonic(wchar_t key) override;
 
     // Widget
     Rect Bounds() const override;

@@ -31,7 +31,7 @@ class LabelSurface::Impl final : public DrawnLabel::Owner,
                                  public NativeWindow::Owner,
                                  public std::enable_shared_from_this<LabelSurface::Impl> {
 public:
-    Impl(LabelSurface& surface, LabelSite& site) : m_pSurface(&surface), m_pSite(&site), m_dpi(DpiOf(nullptr)) {}
+    Impl(LabelSurface& surface, WindowlessSite& site) : m_pSurface(&surface), m_pSite(&site), m_dpi(DpiOf(nullptr)) {}
     ~Impl() { Close(); }
 
     void Detach() noexcept {
@@ -52,6 +52,9 @@ public:
     RECT OwnArea() const noexcept { return PixelEdges({0, 0, m_size.width, m_size.height}, m_dpi); }
     void InvalidateAll() { Invalidate({0, 0, m_size.width, m_size.height}); }
     void DrawAt(HDC dc) const;
+    bool ShowHelpFor(const HELPINFO& help) const;
+    /// Colours or other settings of the system are other ones.
+    void TakeSettings(UINT id);
     std::optional<LRESULT> HandleInput(UINT id, WPARAM wParam, LPARAM lParam);
 
     // DrawnLabel::Owner
@@ -66,7 +69,7 @@ public:
     LRESULT OnMessage(NativeWindow& native, const Message& message) override;
 
     LabelSurface* m_pSurface;
-    LabelSite* m_pSite;
+    WindowlessSite* m_pSite;
     WidgetListener* m_pListener = nullptr;
     Size m_size;
     int m_dpi;
@@ -81,7 +84,7 @@ public:
 
 private:
     void TellMouse(const MouseInput& input);
-    bool ShowHelpFor(const HELPINFO& help) const;
+    std::optional<LRESULT> TellKey(UINT id, WPARAM wParam);
     Widget& SourceAt(POINT position) noexcept;
     bool IsPresent(const Widget* source) const noexcept;
     void Capture(bool wanted);
@@ -90,6 +93,7 @@ private:
     HWND m_container = nullptr;    ///< where it lives while it has no window of its own
     Widget* m_pPressed = nullptr;  ///< where the left button went down: it gets the mouse until the button is up again
     bool m_bSecondPress = false;
+    bool m_bSwallowCharacter = false;
     bool m_bCaptured = false;
 };
 
@@ -195,7 +199,7 @@ LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& messa
         }
         case WM_SYSCOLORCHANGE:
         case WM_SETTINGCHANGE:
-            InvalidateAll();
+            TakeSettings(message.id);
             return 0;
         case WM_HELP:
             if (ShowHelpFor(*reinterpret_cast<const HELPINFO*>(message.lParam))) return TRUE;
@@ -216,11 +220,38 @@ std::optional<LRESULT> LabelSurface::Impl::HandleInput(UINT id, WPARAM wParam, L
         m_bCaptured = false;
         return std::nullopt;
     }
+    if (IsKeyMessage(id) || id == WM_CHAR) return TellKey(id, wParam);
     if (!IsMouseMessage(id) || !m_bEnabled) return std::nullopt;
     // The second press of a double click is no further click when it ends.
     if (id == WM_LBUTTONDOWN || id == WM_LBUTTONDBLCLK) m_bSecondPress = id == WM_LBUTTONDBLCLK;
     TellMouse(ReadMouseMessage({Window(), id, wParam, lParam}));
     return 0;
+}
+
+// There is nothing here that would use a key: it is told, and the default handling has it unless a handler took it
+// away.
+std::optional<LRESULT> LabelSurface::Impl::TellKey(UINT id, WPARAM wParam) {
+    const bool down = id == WM_KEYDOWN || id == WM_SYSKEYDOWN;
+    if (down) m_bSwallowCharacter = false;
+    if (id == WM_CHAR && m_bSwallowCharacter) return 0;
+    if (!m_pSurface || !m_pListener || !m_bEnabled) return std::nullopt;
+    const auto held = shared_from_this();
+    auto code = static_cast<std::int16_t>(wParam);
+    if (down) {
+        m_pListener->OnKeyDown(*m_pSurface, code, ShiftState());
+        // The key's character is on its way already.
+        m_bSwallowCharacter = code == 0;
+    } else if (id == WM_CHAR) {
+        m_pListener->OnKeyPress(*m_pSurface, code);
+    } else {
+        m_pListener->OnKeyUp(*m_pSurface, code, ShiftState());
+    }
+    return code == 0 ? std::optional<LRESULT>(0) : std::nullopt;
+}
+
+void LabelSurface::Impl::TakeSettings(UINT id) {
+    InvalidateAll();
+    if (id == WM_SETTINGCHANGE && m_pSite) m_pSite->OnSettingsChanged();
 }
 
 void LabelSurface::Impl::TellMouse(const MouseInput& input) {
@@ -251,12 +282,14 @@ void LabelSurface::Impl::TellMouse(const MouseInput& input) {
 /// For a label that was pointed at, be it enabled or not.
 bool LabelSurface::Impl::ShowHelpFor(const HELPINFO& help) const {
     if (help.iContextType != HELPINFO_WINDOW || GetKeyState(VK_F1) < 0) return false;
+    const HWND window = Window() ? Window() : m_container;
     POINT position = help.MousePos;
-    ScreenToClient(Window(), &position);
+    ScreenToClient(window, &position);
+    if (!Window()) position = {position.x - m_place.left, position.y - m_place.top};
     for (const DrawnLabel* const label : m_labels) {
         const RECT area = label->PixelRect();
         if (!label->IsVisible() || !PtInRect(&area, position)) continue;
-        return ApplicationHelpFile::Show({Window(), label->Help().whatsThisID, true});
+        return ApplicationHelpFile::Show({window, label->Help().whatsThisID, true});
     }
     return false;
 }
@@ -286,7 +319,7 @@ void LabelSurface::Impl::Capture(bool wanted) {
     }
 }
 
-LabelSurface::LabelSurface(LabelSite& site) : m_pImpl(std::make_shared<Impl>(*this, site)) {}
+LabelSurface::LabelSurface(WindowlessSite& site) : m_pImpl(std::make_shared<Impl>(*this, site)) {}
 
 LabelSurface::~LabelSurface() {
     m_pImpl->Detach();
@@ -316,6 +349,10 @@ RECT LabelSurface::PixelRect() const noexcept {
     return m_pImpl->m_place;
 }
 
+std::optional<RECT> LabelSurface::WindowlessPlace() const noexcept {
+    return IsActive() && !Window() ? std::optional(m_pImpl->m_place) : std::nullopt;
+}
+
 void LabelSurface::SetPixelRect(const RECT& pixels) {
     const auto held = m_pImpl;
     if (const HWND window = held->Window()) {
@@ -332,7 +369,7 @@ int LabelSurface::Dpi() const noexcept {
     return m_pImpl->m_dpi;
 }
 
-void LabelSurface::Draw(HDC dc, const RECT& bounds) const {
+void LabelSurface::Draw(HDC dc, const RECT& bounds) {
     const RECT own = m_pImpl->OwnArea();
     if (own.right <= 0 || own.bottom <= 0) return;
     const int saved = SaveDC(dc);
@@ -351,7 +388,8 @@ void LabelSurface::Draw(HDC dc, const RECT& bounds) const {
 std::optional<LRESULT> LabelSurface::OnWindowMessage(UINT id, WPARAM wParam, LPARAM lParam) {
     const auto held = m_pImpl;
     if (!held->m_bActive || held->Window()) return std::nullopt;
-    if (id == WM_SYSCOLORCHANGE || id == WM_SETTINGCHANGE) held->InvalidateAll();
+    if (id == WM_SYSCOLORCHANGE || id == WM_SETTINGCHANGE) held->TakeSettings(id);
+    if (id == WM_HELP && held->ShowHelpFor(*reinterpret_cast<const HELPINFO*>(lParam))) return TRUE;
     if (IsMouseMessage(id)) {
         const POINTS at = MAKEPOINTS(lParam);
         lParam = MAKELPARAM(at.x - held->m_place.left, at.y - held->m_place.top);

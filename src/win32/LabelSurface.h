@@ -12,50 +12,35 @@
 #include <string_view>
 
 #include "platform/Labels.h"
-#include "win32/ControlSurface.h"
+#include "win32/HostedSurface.h"
 
 namespace kiv::win32 {
 
-/// Who sites the surface; outlives it. Every call may destroy the surface.
-class LabelSite : public SurfaceSite {
-public:
-    /// A part of the picture is out of date, and there is no window of the surface's own to invalidate. Pixels from the
-    /// surface's top left corner.
-    virtual void OnInvalidate(const RECT& pixels) = 0;
-    /// Without a window of its own the surface wants the mouse, or no longer does.
-    virtual void OnCapture(bool wanted) = 0;
-};
-
-class LabelSurface final : public LabelArea {
+class LabelSurface final : public LabelArea, public HostedSurface {
 public:
     /// The surface starts inactive, enabled, visible, with no size and the default font and colours.
-    explicit LabelSurface(LabelSite& site);
+    explicit LabelSurface(WindowlessSite& site);
     ~LabelSurface() override;
     LabelSurface(const LabelSurface&) = delete;
     LabelSurface& operator=(const LabelSurface&) = delete;
 
-    /// Makes a window of its own; the listener's OnResize is called before, where pixels means another size than the
-    /// present one. Does nothing while active. Throws comkit::ComError when there can be no window.
-    void Activate(HWND parent, const RECT& pixels);
-    /// The same in a place of the container's window.
-    void ActivateWindowless(HWND containerWindow, const RECT& pixels);
-    void Deactivate() noexcept;
     bool IsActive() const noexcept;
-    /// Null while there is none of its own.
-    HWND Window() const noexcept;
     /// In the parent's or the container's window.
     RECT PixelRect() const noexcept;
 
-    void SetPixelRect(const RECT& pixels);
-    void SetSizeFromContainer(const Size& twips);
-    int Dpi() const noexcept;
-
-    /// Draws everything into a rectangle of a device context, scaled where it has another size.
-    void Draw(HDC dc, const RECT& bounds) const;
-
-    /// A message that the container passes on while there is no window of its own; mouse positions are in the
-    /// container's window. No value: not handled.
-    std::optional<LRESULT> OnWindowMessage(UINT id, WPARAM wParam, LPARAM lParam);
+    // HostedSurface
+    ControlArea& Area() noexcept override { return *this; }
+    void Activate(HWND parent, const RECT& pixels) override;
+    void Deactivate() noexcept override;
+    HWND Window() const noexcept override;
+    void SetPixelRect(const RECT& pixels) override;
+    void SetSizeFromContainer(const Size& twips) override;
+    int Dpi() const noexcept override;
+    void Draw(HDC dc, const RECT& bounds) override;
+    bool CanBeWindowless() const noexcept override { return true; }
+    void ActivateWindowless(HWND containerWindow, const RECT& pixels) override;
+    std::optional<RECT> WindowlessPlace() const noexcept override;
+    std::optional<LRESULT> OnWindowMessage(UINT id, WPARAM wParam, LPARAM lParam) override;
 
     // Widget
     Rect Bounds() const override;

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/Widgets.h"
-#include "win32/ControlSurface.h"
+#include "win32/HostedSurface.h"
 
 namespace kiv::win32 {
 

@@ -23,7 +23,7 @@ constexpr COLORREF Ink = RGB(200, 0, 0);
 constexpr COLORREF Ground = RGB(0, 90, 140);
 
 /// What happened, as short texts; a handler may act on each.
-class LabelLog final : public WidgetListener, public LabelSite {
+class LabelLog final : public WidgetListener, public WindowlessSite {
 public:
     std::vector<std::string> lines;
     std::vector<RECT> outdated;
@@ -47,6 +47,7 @@ public:
     void OnFocus(bool) override {}
     void OnMouseActivate() override { Write("activate"); }
     void OnInvalidate(const RECT& pixels) override { outdated.push_back(pixels); }
+    void OnSettingsChanged() override { Write("settings"); }
     void OnCapture(bool wanted) override { Write(wanted ? "capture 1" : "capture 0"); }
 
     std::vector<std::string> Take() { return std::exchange(lines, {}); }
