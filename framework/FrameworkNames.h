@@ -23,6 +23,8 @@ inline constexpr const wchar_t* ReadDefinition = L"ReadDefinition";
 inline constexpr const wchar_t* WriteDefinition = L"WriteDefinition";
 inline constexpr const wchar_t* WriteValue = L"WriteValue";
 inline constexpr const wchar_t* SetWriteEnabled = L"SetWriteEnabled";
+// Element of a variable object, which has Element as well.
+inline constexpr const wchar_t* Value = L"Value";
 // Collection.
 inline constexpr const wchar_t* Add = L"Add";
 // Registry object.

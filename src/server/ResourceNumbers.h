@@ -3,6 +3,7 @@
 #define KIV_SERVER_RESOURCE_NUMBERS_H
 
 #define BitmapSetControl 101
+#define BitmapShowControl 102
 
 /* The library's own type library is the first one, number 1. */
 #define TypeLibraryFramework 2

@@ -14,39 +14,47 @@ struct NamedInterface {
     const IID& iid;
 };
 
-const NamedInterface Offered[] = {{"IUnknown", IID_IUnknown},
-                                  {"IDispatch", IID_IDispatch},
-                                  {"_KivSetDateTime", __uuidof(_KivSetDateTime)},
-                                  {"IOleObject", IID_IOleObject},
-                                  {"IOleWindow", IID_IOleWindow},
-                                  {"IOleInPlaceObject", IID_IOleInPlaceObject},
-                                  {"IOleInPlaceActiveObject", IID_IOleInPlaceActiveObject},
-                                  {"IOleControl", IID_IOleControl},
-                                  {"IViewObject", IID_IViewObject},
-                                  {"IViewObject2", IID_IViewObject2},
-                                  {"IViewObjectEx", IID_IViewObjectEx},
-                                  {"IDataObject", IID_IDataObject},
-                                  {"IPersist", IID_IPersist},
-                                  {"IPersistStream", IID_IPersistStream},
-                                  {"IPersistStreamInit", IID_IPersistStreamInit},
-                                  {"IPersistPropertyBag", IID_IPersistPropertyBag},
-                                  {"IPersistStorage", IID_IPersistStorage},
-                                  {"IConnectionPointContainer", IID_IConnectionPointContainer},
-                                  {"IProvideClassInfo", IID_IProvideClassInfo},
-                                  {"IProvideClassInfo2", IID_IProvideClassInfo2},
-                                  {"ISupportErrorInfo", IID_ISupportErrorInfo},
-                                  {"IPerPropertyBrowsing", IID_IPerPropertyBrowsing},
-                                  {"ISpecifyPropertyPages", IID_ISpecifyPropertyPages},
-                                  {"IQuickActivate", IID_IQuickActivate}};
+const NamedInterface OfferedByBoth[] = {{"IUnknown", IID_IUnknown},
+                                        {"IDispatch", IID_IDispatch},
+                                        {"IOleObject", IID_IOleObject},
+                                        {"IOleWindow", IID_IOleWindow},
+                                        {"IOleInPlaceObject", IID_IOleInPlaceObject},
+                                        {"IOleInPlaceActiveObject", IID_IOleInPlaceActiveObject},
+                                        {"IOleControl", IID_IOleControl},
+                                        {"IViewObject", IID_IViewObject},
+                                        {"IViewObject2", IID_IViewObject2},
+                                        {"IViewObjectEx", IID_IViewObjectEx},
+                                        {"IDataObject", IID_IDataObject},
+                                        {"IPersist", IID_IPersist},
+                                        {"IPersistStream", IID_IPersistStream},
+                                        {"IPersistStreamInit", IID_IPersistStreamInit},
+                                        {"IPersistPropertyBag", IID_IPersistPropertyBag},
+                                        {"IPersistStorage", IID_IPersistStorage},
+                                        {"IConnectionPointContainer", IID_IConnectionPointContainer},
+                                        {"IProvideClassInfo", IID_IProvideClassInfo},
+                                        {"IProvideClassInfo2", IID_IProvideClassInfo2},
+                                        {"ISupportErrorInfo", IID_ISupportErrorInfo},
+                                        {"IPerPropertyBrowsing", IID_IPerPropertyBrowsing},
+                                        {"ISpecifyPropertyPages", IID_ISpecifyPropertyPages},
+                                        {"IQuickActivate", IID_IQuickActivate}};
 
-class Interfaces : public ControlFixture {};
+class Interfaces : public BothControls {
+protected:
+    std::vector<NamedInterface> Offered() const {
+        std::vector<NamedInterface> all(std::begin(OfferedByBoth), std::end(OfferedByBoth));
+        all.push_back({"the control's own", tested.members});
+        if (NeedsNoWindow()) all.push_back({"IOleInPlaceObjectWindowless", IID_IOleInPlaceObjectWindowless});
+        return all;
+    }
+    bool NeedsNoWindow() const { return &tested == &ShowClass; }
+};
 
-TEST_F(Interfaces, EachIsReachedFromEachOther) {
+TEST_P(Interfaces, EachIsReachedFromEachOther) {
     Place(false);
-    for (const NamedInterface& from : Offered) {
+    for (const NamedInterface& from : Offered()) {
         ComPtr<IUnknown> first;
         ASSERT_EQ(S_OK, control->QueryInterface(from.iid, first.PutVoid())) << from.name;
-        for (const NamedInterface& to : Offered) {
+        for (const NamedInterface& to : Offered()) {
             SCOPED_TRACE(testing::Message() << from.name << " -> " << to.name);
             ComPtr<IUnknown> second;
             ASSERT_EQ(S_OK, first->QueryInterface(to.iid, second.PutVoid()));
@@ -61,14 +69,16 @@ TEST_F(Interfaces, EachIsReachedFromEachOther) {
     }
 }
 
-TEST_F(Interfaces, WhatIsNotOfferedIsRefusedFromAllOfThemWithTheOutPointerNulled) {
+TEST_P(Interfaces, WhatIsNotOfferedIsRefusedFromAllOfThemWithTheOutPointerNulled) {
     Place(false);
-    const NamedInterface refused[] = {{"IStream", IID_IStream},
-                                      {"IClassFactory", IID_IClassFactory},
-                                      {"IOleInPlaceObjectWindowless", IID_IOleInPlaceObjectWindowless},
-                                      {"IPropertyPage", IID_IPropertyPage},
-                                      {"IUnknown spelled wrong", {0x00000000, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x47}}}};
-    for (const NamedInterface& from : Offered) {
+    std::vector<NamedInterface> refused = {
+        {"IStream", IID_IStream},
+        {"IClassFactory", IID_IClassFactory},
+        {"the other control's", NeedsNoWindow() ? SetClass.members : ShowClass.members},
+        {"IPropertyPage", IID_IPropertyPage},
+        {"IUnknown spelled wrong", {0x00000000, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x47}}}};
+    if (!NeedsNoWindow()) refused.push_back({"IOleInPlaceObjectWindowless", IID_IOleInPlaceObjectWindowless});
+    for (const NamedInterface& from : Offered()) {
         ComPtr<IUnknown> first;
         ASSERT_EQ(S_OK, control->QueryInterface(from.iid, first.PutVoid()));
         for (const NamedInterface& wrong : refused) {
@@ -81,11 +91,11 @@ TEST_F(Interfaces, WhatIsNotOfferedIsRefusedFromAllOfThemWithTheOutPointerNulled
     }
 }
 
-TEST_F(Interfaces, ReferencesTakenThroughAnyOfThemAreTheObjectsOwn) {
+TEST_P(Interfaces, ReferencesTakenThroughAnyOfThemAreTheObjectsOwn) {
     Place(false);
     control->AddRef();
     const ULONG before = control->Release();
-    for (const NamedInterface& one : Offered) {
+    for (const NamedInterface& one : Offered()) {
         ComPtr<IUnknown> found;
         ASSERT_EQ(S_OK, control->QueryInterface(one.iid, found.PutVoid()));
         EXPECT_EQ(before + 2, found->AddRef()) << one.name;
@@ -96,8 +106,8 @@ TEST_F(Interfaces, ReferencesTakenThroughAnyOfThemAreTheObjectsOwn) {
 }
 
 /// Each call hands out a pointer and cannot succeed in the state that it meets: unsited, inactive.
-TEST_F(Interfaces, OutPointersAreNulledWhereACallFails) {
-    control = Server::Get().CreateControl();
+TEST_P(Interfaces, OutPointersAreNulledWhereACallFails) {
+    control = Server::Get().CreateControl(tested.clsid);
     dispatch = As<IDispatch>();
     void* const poison = this;
     struct Case {
@@ -140,15 +150,19 @@ TEST_F(Interfaces, OutPointersAreNulledWhereACallFails) {
     }
 }
 
-TEST_F(Interfaces, ErrorInformationIsPromisedForTheDualInterfaceOnly) {
+TEST_P(Interfaces, ErrorInformationIsPromisedForTheDualInterfaceOnly) {
     Place(false);
     const auto support = As<ISupportErrorInfo>();
-    EXPECT_EQ(S_OK, support->InterfaceSupportsErrorInfo(__uuidof(_KivSetDateTime)));
+    EXPECT_EQ(S_OK, support->InterfaceSupportsErrorInfo(tested.members));
     EXPECT_EQ(S_FALSE, support->InterfaceSupportsErrorInfo(IID_IOleObject));
     GUID id{};
     EXPECT_EQ(E_INVALIDARG, As<IProvideClassInfo2>()->GetGUID(99, &id));
     EXPECT_TRUE(IsEqualGUID(GUID_NULL, id));
+    EXPECT_EQ(S_OK, As<IProvideClassInfo2>()->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id));
+    EXPECT_TRUE(IsEqualGUID(tested.events, id));
 }
+
+INSTANTIATE_TEST_SUITE_P(OfEitherControl, Interfaces, EitherControl(), NameOfControl);
 
 }  // namespace
 }  // namespace component

@@ -1,58 +1,15 @@
 // Pictures of the control: on the screen, in metafiles, with and without windows; and the data object that offers them.
 #include <algorithm>
 #include <functional>
-#include <map>
 #include <vector>
 
 #include "ControlFixture.h"
+#include "Sheet.h"
 
 namespace component {
 namespace {
 
 using comkit::ComPtr;
-
-constexpr int Width = 420;
-constexpr int Height = 320;
-
-/// Pixels of a white sheet after somebody drew on it.
-class Sheet {
-public:
-    explicit Sheet(const std::function<void(HDC)>& draw) {
-        const comkit::WindowDc screen(nullptr);
-        const comkit::UniqueMemoryDc dc(CreateCompatibleDC(screen.Get()));
-        const comkit::UniqueBitmap bitmap(CreateCompatibleBitmap(screen.Get(), Width, Height));
-        {
-            const comkit::GdiSelection selected(dc.Get(), bitmap.Get());
-            PatBlt(dc.Get(), 0, 0, Width, Height, WHITENESS);
-            draw(dc.Get());
-        }
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER), Width, -Height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        m_pixels.resize(std::size_t{Width} * Height);
-        GetDIBits(dc.Get(), bitmap.Get(), 0, Height, m_pixels.data(), &info, DIB_RGB_COLORS);
-        for (DWORD& pixel : m_pixels) pixel &= 0xFFFFFF;
-    }
-    std::size_t Colors() const {
-        std::map<DWORD, int> seen;
-        for (const DWORD pixel : m_pixels) ++seen[pixel];
-        return seen.size();
-    }
-    /// Part of the pixels, 0 to 1, that differ visibly.
-    double DifferenceTo(const Sheet& other) const {
-        int different = 0;
-        for (std::size_t i = 0; i < m_pixels.size(); ++i) different += Differs(m_pixels[i], other.m_pixels[i]);
-        return static_cast<double>(different) / static_cast<double>(m_pixels.size());
-    }
-
-private:
-    static bool Differs(DWORD a, DWORD b) {
-        for (int shift = 0; shift < 24; shift += 8)
-            if (std::abs(static_cast<int>((a >> shift) & 0xFF) - static_cast<int>((b >> shift) & 0xFF)) > 48)
-                return true;
-        return false;
-    }
-    std::vector<DWORD> m_pixels;
-};
 
 class ReleasedMedium : public STGMEDIUM {
 public:
@@ -85,7 +42,7 @@ FORMATETC Format(CLIPFORMAT format, DWORD medium) {
 class Pictures : public ControlFixture {
 protected:
     HRESULT DrawInto(HDC dc, DWORD aspect = DVASPECT_CONTENT) {
-        const RECTL bounds{0, 0, Width, Height};
+        const RECTL bounds{0, 0, Sheet::Width, Sheet::Height};
         return As<IViewObject2>()->Draw(aspect, -1, nullptr, nullptr, nullptr, dc, &bounds, nullptr, nullptr, 0);
     }
     Sheet Drawn(DWORD aspect = DVASPECT_CONTENT) {
@@ -129,7 +86,7 @@ TEST_F(Pictures, AMetafilePlaysThePictureOfTheScreen) {
     ENHMETAHEADER header{};
     GetEnhMetaFileHeader(file, sizeof(header), &header);
     const RECTL& edge = header.rclBounds;
-    EXPECT_NEAR(Width, edge.right - edge.left, 2);
+    EXPECT_NEAR(Sheet::Width, edge.right - edge.left, 2);
     const RECT whole{edge.left, edge.top, edge.right + 1, edge.bottom + 1};
     const Sheet played([&](HDC dc) { PlayEnhMetaFile(dc, file, &whole); });
     DeleteEnhMetaFile(file);
@@ -152,7 +109,7 @@ TEST_F(Pictures, TheDataObjectHandsOutBothKindsOfMetafile) {
     GetEnhMetaFileHeader(medium.hEnhMetaFile, sizeof(header), &header);
     EXPECT_NEAR(extent.cx, header.rclFrame.right - header.rclFrame.left, 60) << "0.01 mm";
     EXPECT_NEAR(extent.cy, header.rclFrame.bottom - header.rclFrame.top, 60);
-    const RECT whole{0, 0, Width, Height};
+    const RECT whole{0, 0, Sheet::Width, Sheet::Height};
     const Sheet played([&](HDC dc) { PlayEnhMetaFile(dc, medium.hEnhMetaFile, &whole); });
     EXPECT_GE(played.Colors(), FewestColors);
     EXPECT_LT(played.DifferenceTo(direct), 0.2);
@@ -168,7 +125,7 @@ TEST_F(Pictures, TheDataObjectHandsOutBothKindsOfMetafile) {
     EXPECT_EQ(extent.cy, picture->yExt);
     const Sheet old([&](HDC dc) {
         SetMapMode(dc, MM_ANISOTROPIC);
-        SetViewportExtEx(dc, Width, Height, nullptr);
+        SetViewportExtEx(dc, Sheet::Width, Sheet::Height, nullptr);
         PlayMetaFile(dc, picture->hMF);
     });
     GlobalUnlock(second.hMetaFilePict);

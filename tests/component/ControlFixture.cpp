@@ -88,7 +88,15 @@ HRESULT Unadvise(IUnknown* object, REFIID iid, DWORD cookie) {
     return FAILED(hr) ? hr : point->Unadvise(cookie);
 }
 
-ControlFixture::ControlFixture() : site(comkit::MakeObject<RecordingSite>()) {
+const TestedClass SetClass{CLSID_KivSetDateTime, IID__KivSetDateTime, DIID___KivSetDateTime, L"KivSetDateTime"};
+const TestedClass ShowClass{CLSID_KivShowDateTime, IID__KivShowDateTime, DIID___KivShowDateTime, L"KivShowDateTime"};
+
+void PrintTo(const TestedClass* tested, std::ostream* out) {
+    for (const wchar_t* letter = tested->name; *letter; ++letter) *out << static_cast<char>(*letter);
+}
+
+ControlFixture::ControlFixture(const TestedClass& what) : tested(what), site(comkit::MakeObject<RecordingSite>()) {
+    site->extenderName = std::wstring(what.name) + L"1";
     ForgetRememberedChoice();
 }
 
@@ -99,7 +107,7 @@ ControlFixture::~ControlFixture() {
 
 void ControlFixture::Place(bool userMode) {
     site->userMode = userMode;
-    control = Server::Get().CreateControl();
+    control = Server::Get().CreateControl(tested.clsid);
     site->Attach(control.Get());
     dispatch = As<IDispatch>();
     ASSERT_TRUE(dispatch);
@@ -135,7 +143,7 @@ HWND ControlFixture::Child(const wchar_t* windowClass, const wchar_t* caption) c
 
 comkit::ComPtr<EventSink> ControlFixture::AdviseEvents() {
     auto sink = comkit::MakeObject<EventSink>();
-    eventCookie = Advise(control.Get(), DIID___KivSetDateTime, sink.Get());
+    eventCookie = Advise(control.Get(), tested.events, sink.Get());
     EXPECT_NE(0u, eventCookie);
     return sink;
 }

@@ -1,4 +1,4 @@
-// A set control in a recording container, for all tests.
+// A control in a recording container, for all tests. A set control, unless a test asks for the other one.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -30,9 +30,21 @@ CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, std::vecto
 /// A member's value as text, as a script would print it.
 std::wstring Text(const VARIANT& value);
 
+/// What differs between the classes of controls.
+struct TestedClass {
+    const CLSID& clsid;
+    const IID& members;
+    const IID& events;
+    const wchar_t* name;
+};
+extern const TestedClass SetClass;
+extern const TestedClass ShowClass;
+/// For the names of tests that run for both.
+void PrintTo(const TestedClass* tested, std::ostream* out);
+
 class ControlFixture : public testing::Test {
 protected:
-    ControlFixture();
+    explicit ControlFixture(const TestedClass& what = SetClass);
     ~ControlFixture() override;
 
     /// Sites and initialises a new control. The mode holds from then on.
@@ -60,12 +72,25 @@ protected:
     comkit::ComPtr<EventSink> AdviseEvents();
     comkit::ComPtr<NotifySink> AdviseNotifications();
 
+    const TestedClass& tested;
     comkit::ComPtr<RecordingSite> site;
     comkit::ComPtr<IUnknown> control;
     comkit::ComPtr<IDispatch> dispatch;
     DWORD eventCookie = 0;
     DWORD notifyCookie = 0;
 };
+
+/// For tests that hold for both controls.
+class BothControls : public ControlFixture, public testing::WithParamInterface<const TestedClass*> {
+protected:
+    BothControls() : ControlFixture(*GetParam()) {}
+};
+inline auto EitherControl() {
+    return testing::Values(&SetClass, &ShowClass);
+}
+inline std::string NameOfControl(const testing::TestParamInfo<const TestedClass*>& info) {
+    return info.param == &SetClass ? "SetControl" : "ShowControl";
+}
 
 /// Deletes the machine-wide memory of the "use PC" choice, which overrides what is loaded.
 void ForgetRememberedChoice();

@@ -11,7 +11,7 @@
 
 namespace component {
 
-/// Event set of the set control.
+/// Event set of either control.
 class EventSink final : public comkit::ComObject<EventSink, IDispatch> {
 public:
     std::vector<DISPID> events;
@@ -19,7 +19,8 @@ public:
     std::function<HRESULT(DISPID, DISPPARAMS&, EXCEPINFO*)> onEvent;
 
     void* FindInterface(REFIID iid) noexcept {
-        return IsEqualIID(iid, DIID___KivSetDateTime) ? static_cast<IDispatch*>(this) : nullptr;
+        const bool isEventSet = IsEqualIID(iid, DIID___KivSetDateTime) || IsEqualIID(iid, DIID___KivShowDateTime);
+        return isEventSet ? static_cast<IDispatch*>(this) : nullptr;
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* out) override {
         *out = 0;

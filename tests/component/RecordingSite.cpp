@@ -53,10 +53,27 @@ std::optional<HRESULT> RecordingSite::Intercept(const char* call) const {
 }
 
 HRESULT RecordingSite::QueryInterface(REFIID iid, void** out) {
+    const bool forNoWindow = IsEqualIID(iid, IID_IOleInPlaceSiteEx) || IsEqualIID(iid, IID_IOleInPlaceSiteWindowless);
     const bool hidden = std::any_of(missing.begin(), missing.end(), [&](const IID& m) { return IsEqualIID(m, iid); });
-    if (!hidden) return ComObject::QueryInterface(iid, out);
+    if (!hidden && (offersNoWindow || !forNoWindow)) return ComObject::QueryInterface(iid, out);
     *out = nullptr;
     return E_NOINTERFACE;
+}
+
+void* RecordingSite::FindInterface(REFIID iid) noexcept {
+    const bool isOlder = IsEqualIID(iid, IID_IOleWindow) || IsEqualIID(iid, IID_IOleInPlaceSite) ||
+                         IsEqualIID(iid, IID_IOleInPlaceSiteEx);
+    return isOlder ? static_cast<IOleInPlaceSiteWindowless*>(this) : nullptr;
+}
+
+HRESULT RecordingSite::OnInPlaceActivateEx(BOOL* noRedraw, DWORD flags) {
+    *noRedraw = FALSE;
+    return Note(flags & ACTIVATE_WINDOWLESS ? "OnInPlaceActivateEx(windowless)" : "OnInPlaceActivateEx");
+}
+
+HRESULT RecordingSite::InvalidateRect(LPCRECT rect, BOOL) {
+    outdated.push_back(rect ? *rect : RECT{});
+    return Intercept("InvalidateRect").value_or(S_OK);
 }
 
 HRESULT RecordingSite::CanInPlaceActivate() {

@@ -53,7 +53,7 @@ private:
 };
 
 class RecordingSite final
-    : public comkit::ComObject<RecordingSite, IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch> {
+    : public comkit::ComObject<RecordingSite, IOleClientSite, IOleInPlaceSiteWindowless, IOleControlSite, IDispatch> {
 public:
     /// What the container is like.
     std::optional<bool> userMode = true;  ///< nothing: no such ambient property
@@ -63,6 +63,8 @@ public:
     bool allowsInPlace = true;
     bool followsPlace = true;  ///< answers OnPosRectChange with SetObjectRects
     bool hasFrame = true;
+    /// Whether controls may live in the container's own window. Otherwise it has not the interfaces for it.
+    bool offersNoWindow = false;
     double unitsPerHimetric = 0.5;
     RECT position{20, 30, 320, 330};
     /// Called on OnPosRectChange, before the answer.
@@ -75,6 +77,8 @@ public:
     /// Called for each ambient property that is asked for; true where it filled the value itself.
     std::function<bool(DISPID, VARIANT&)> onAmbient;
 
+    /// Parts of the container's window that a control without a window asked to have drawn anew; empty: all of it.
+    std::vector<RECT> outdated;
     /// What happened, in order, by method name.
     std::vector<std::string> calls;
     int Count(const char* call) const;
@@ -86,6 +90,7 @@ public:
     RecordingFrame& Frame() const noexcept { return *m_frame; }
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** out) override;
+    void* FindInterface(REFIID iid) noexcept;
 
     // IOleClientSite
     HRESULT STDMETHODCALLTYPE SaveObject() override { return Note("SaveObject"); }
@@ -108,6 +113,27 @@ public:
     HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return S_OK; }
     HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return S_OK; }
     HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT rect) override;
+    // IOleInPlaceSiteEx
+    HRESULT STDMETHODCALLTYPE OnInPlaceActivateEx(BOOL* noRedraw, DWORD flags) override;
+    HRESULT STDMETHODCALLTYPE OnInPlaceDeactivateEx(BOOL) override { return Note("OnInPlaceDeactivateEx"); }
+    HRESULT STDMETHODCALLTYPE RequestUIActivate() override { return Note("RequestUIActivate"); }
+    // IOleInPlaceSiteWindowless
+    HRESULT STDMETHODCALLTYPE CanWindowlessActivate() override {
+        return Intercept("CanWindowlessActivate").value_or(S_OK);
+    }
+    HRESULT STDMETHODCALLTYPE GetCapture() override { return S_FALSE; }
+    HRESULT STDMETHODCALLTYPE SetCapture(BOOL wanted) override {
+        return Note(wanted ? "SetCapture(1)" : "SetCapture(0)");
+    }
+    HRESULT STDMETHODCALLTYPE GetFocus() override { return S_FALSE; }
+    HRESULT STDMETHODCALLTYPE SetFocus(BOOL) override { return Note("SetFocus"); }
+    HRESULT STDMETHODCALLTYPE GetDC(LPCRECT, DWORD, HDC*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ReleaseDC(HDC) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE InvalidateRect(LPCRECT rect, BOOL erase) override;
+    HRESULT STDMETHODCALLTYPE InvalidateRgn(HRGN, BOOL) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ScrollRect(INT, INT, LPCRECT, LPCRECT) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE AdjustRect(LPRECT) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnDefWindowMessage(UINT, WPARAM, LPARAM, LRESULT*) override { return S_FALSE; }
     // IOleControlSite
     HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return Note("OnControlInfoChanged"); }
     HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return S_OK; }

@@ -42,10 +42,10 @@ Server::Server() : m_file(ProgramFolder() + L"KivDateTime.ocx") {
     Find(module, "DllInstall", m_install);
 }
 
-comkit::ComPtr<IUnknown> Server::CreateControl() const {
+comkit::ComPtr<IUnknown> Server::CreateControl(REFCLSID clsid) const {
     comkit::ComPtr<IClassFactory> factory;
     comkit::ComPtr<IUnknown> control;
-    HRESULT hr = GetClassObject(CLSID_KivSetDateTime, IID_IClassFactory, factory.PutVoid());
+    HRESULT hr = GetClassObject(clsid, IID_IClassFactory, factory.PutVoid());
     if (factory) hr = factory->CreateInstance(nullptr, IID_IUnknown, control.PutVoid());
     if (!control) {
         std::printf("The server makes no control: %08lX\n", hr);

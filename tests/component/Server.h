@@ -22,8 +22,8 @@ public:
     HRESULT Unregister() const { return m_unregister(); }
     HRESULT Install(bool install, const wchar_t* commandLine) const { return m_install(install, commandLine); }
 
-    /// A new set control; never null.
-    comkit::ComPtr<IUnknown> CreateControl() const;
+    /// A new control; never null.
+    comkit::ComPtr<IUnknown> CreateControl(REFCLSID clsid = CLSID_KivSetDateTime) const;
 
 private:
     Server();

@@ -101,6 +101,16 @@ struct Scope {
 
 class Registration : public testing::TestWithParam<Scope> {};
 
+struct RegisteredClass {
+    const TestedClass& tested;
+    const wchar_t* key;
+    DWORD status;
+};
+const RegisteredClass RegisteredClasses[] = {
+    {SetClass, ClassKey, 0x20191},
+    {ShowClass, L"Software\\Classes\\CLSID\\{66644A8F-EE22-4BCA-AEAF-EA98A6E86AB8}", 0x20191 | OLEMISC_NOUIACTIVATE},
+};
+
 INSTANTIATE_TEST_SUITE_P(, Registration,
                          testing::Values(Scope{"PerMachine", HKEY_LOCAL_MACHINE,
                                                [](bool install) {
@@ -140,31 +150,47 @@ TEST_P(Registration, KeepsWhatOthersPutBesideItsOwn) {
     RegDeleteTreeW(scope.root, ClassKey);
 }
 
+/// A class's bitmap, as 32 bits a pixel; of the size that toolboxes want.
+std::vector<DWORD> ToolboxPicture(const std::wstring& place) {
+    const std::size_t comma = place.find_last_of(L',');
+    const HMODULE module = GetModuleHandleW(place.substr(0, comma).c_str());
+    const comkit::UniqueBitmap picture(LoadBitmapW(module, MAKEINTRESOURCEW(std::stoi(place.substr(comma + 1)))));
+    BITMAP size{};
+    EXPECT_TRUE(GetObjectW(picture.Get(), sizeof(size), &size));
+    EXPECT_EQ(16, size.bmWidth);
+    EXPECT_EQ(15, size.bmHeight);
+    BITMAPINFO info{};
+    info.bmiHeader = {sizeof(BITMAPINFOHEADER), 16, -15, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    std::vector<DWORD> pixels(std::size_t{16} * 15);
+    const comkit::WindowDc screen(nullptr);
+    EXPECT_EQ(15, GetDIBits(screen.Get(), picture.Get(), 0, 15, pixels.data(), &info, DIB_RGB_COLORS));
+    return pixels;
+}
+
 TEST_P(Registration, WritesWhatContainersLookFor) {
     const Scope& scope = GetParam();
     ASSERT_EQ(S_OK, scope.install(true));
-    const std::wstring clsid = ClassKey;
     const std::wstring& file = Server::Get().File();
-    EXPECT_EQ(L"Apartment", ValueAt(scope.root, clsid + L"\\InprocServer32", L"ThreadingModel"));
-    EXPECT_EQ(0, _wcsicmp(file.c_str(), ValueAt(scope.root, clsid + L"\\InprocServer32").c_str()));
-    EXPECT_EQ(L"KivDateTime.KivSetDateTime.1", ValueAt(scope.root, clsid + L"\\ProgID"));
-    EXPECT_EQ(L"KivDateTime.KivSetDateTime", ValueAt(scope.root, clsid + L"\\VersionIndependentProgID"));
-    EXPECT_EQ(L"131473", ValueAt(scope.root, clsid + L"\\MiscStatus\\1"));
-    EXPECT_EQ(L"1.0", ValueAt(scope.root, clsid + L"\\Version"));
-    const std::wstring bitmap = ValueAt(scope.root, clsid + L"\\ToolboxBitmap32");
-    const HMODULE module = GetModuleHandleW(file.c_str());
-    const int number = std::stoi(bitmap.substr(bitmap.find_last_of(L',') + 1));
-    const comkit::UniqueBitmap picture(LoadBitmapW(module, MAKEINTRESOURCEW(number)));
-    BITMAP info{};
-    ASSERT_TRUE(GetObjectW(picture.Get(), sizeof(info), &info));
-    EXPECT_EQ(16, info.bmWidth);
-    EXPECT_EQ(15, info.bmHeight);
-    for (const wchar_t* safe : {L"{7DD95801-9882-11CF-9FA9-00AA006C42C4}", L"{7DD95802-9882-11CF-9FA9-00AA006C42C4}"}) {
-        comkit::UniqueRegKey key;
-        EXPECT_EQ(
-            ERROR_FILE_NOT_FOUND,
-            RegOpenKeyExW(scope.root, (clsid + L"\\Implemented Categories\\" + safe).c_str(), 0, KEY_READ, key.Put()));
+    std::vector<std::vector<DWORD>> pictures;
+    for (const RegisteredClass& registered : RegisteredClasses) {
+        const std::wstring clsid = registered.key;
+        const std::wstring progId = std::wstring(L"KivDateTime.") + registered.tested.name;
+        EXPECT_EQ(L"Apartment", ValueAt(scope.root, clsid + L"\\InprocServer32", L"ThreadingModel"));
+        EXPECT_EQ(0, _wcsicmp(file.c_str(), ValueAt(scope.root, clsid + L"\\InprocServer32").c_str()));
+        EXPECT_EQ(progId + L".1", ValueAt(scope.root, clsid + L"\\ProgID"));
+        EXPECT_EQ(progId, ValueAt(scope.root, clsid + L"\\VersionIndependentProgID"));
+        EXPECT_EQ(std::to_wstring(registered.status), ValueAt(scope.root, clsid + L"\\MiscStatus\\1"));
+        EXPECT_EQ(L"1.0", ValueAt(scope.root, clsid + L"\\Version"));
+        pictures.push_back(ToolboxPicture(ValueAt(scope.root, clsid + L"\\ToolboxBitmap32")));
+        for (const wchar_t* safe :
+             {L"{7DD95801-9882-11CF-9FA9-00AA006C42C4}", L"{7DD95802-9882-11CF-9FA9-00AA006C42C4}"}) {
+            comkit::UniqueRegKey key;
+            EXPECT_EQ(ERROR_FILE_NOT_FOUND,
+                      RegOpenKeyExW(scope.root, (clsid + L"\\Implemented Categories\\" + safe).c_str(), 0, KEY_READ,
+                                    key.Put()));
+        }
     }
+    EXPECT_NE(pictures[0], pictures[1]);
     EXPECT_EQ(S_OK, scope.install(false));
 }
 
@@ -182,25 +208,35 @@ bool FindsClassesOf(HKEY root) {
     return SUCCEEDED(hr);
 }
 
-TEST_P(Registration, CreatesTheControlByProgIdAndFindsItsTypeLibrary) {
+/// As a container that knows no more than the name.
+void CreateBothByName() {
+    for (const RegisteredClass& registered : RegisteredClasses) {
+        CLSID clsid{};
+        EXPECT_EQ(S_OK, CLSIDFromProgID((std::wstring(L"KivDateTime.") + registered.tested.name).c_str(), &clsid));
+        ComPtr<IDispatch> control;
+        EXPECT_EQ(S_OK, CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, control.PutVoid()));
+        if (control) {
+            // Not the number that the name stands for: without registration that is one of the system's own.
+            CLSID made{};
+            EXPECT_EQ(S_OK, ComPtr<IPersistStreamInit>::From(control.Get())->GetClassID(&made));
+            EXPECT_TRUE(IsEqualCLSID(registered.tested.clsid, made));
+            EXPECT_EQ(L"True", Text(comkit::Call(*control, L"Enabled").Get()));
+        }
+        DWORD status = 0;
+        EXPECT_EQ(S_OK, OleRegGetMiscStatus(clsid, DVASPECT_CONTENT, &status));
+        EXPECT_EQ(registered.status, status);
+    }
+}
+
+TEST_P(Registration, CreatesTheControlsByProgIdAndFindsTheTypeLibrary) {
     const Scope& scope = GetParam();
     if (!FindsClassesOf(scope.root)) GTEST_SKIP() << "this system does not look at the classes of a user";
     ASSERT_EQ(S_OK, scope.install(true));
-    CLSID clsid{};
-    EXPECT_EQ(S_OK, CLSIDFromProgID(L"KivDateTime.KivSetDateTime", &clsid));
-    ComPtr<IDispatch> control;
-    EXPECT_EQ(S_OK, CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, control.PutVoid()));
-    if (control) {
-        EXPECT_EQ(L"Set Date/Time", Text(comkit::Call(*control, L"Caption").Get()));
-    }
-    control.Reset();
+    CreateBothByName();
     CoFreeUnusedLibraries();
     if (scope.root == HKEY_LOCAL_MACHINE) {
         ComPtr<ITypeLib> library;
         EXPECT_EQ(S_OK, LoadRegTypeLib(LIBID_KivDateTime, 1, 0, 0, library.Put()));
-        DWORD status = 0;
-        EXPECT_EQ(S_OK, OleRegGetMiscStatus(CLSID_KivSetDateTime, DVASPECT_CONTENT, &status));
-        EXPECT_EQ(0x20191u, status);
     }
     EXPECT_EQ(S_OK, scope.install(false));
 }
@@ -230,7 +266,7 @@ TEST(Install, AFailureInTheMiddlePutsEverythingBack) {
 
 // --- without registration --------------------------------------------------------------------------------------------
 
-TEST(Manifest, CreatesTheControlWithoutRegistration) {
+TEST(Manifest, CreatesTheControlsWithoutRegistration) {
     std::wstring manifest = Server::Get().File();
     manifest.replace(manifest.size() - 3, 3, L"manifest");
     ACTCTXW description{};
@@ -241,17 +277,7 @@ TEST(Manifest, CreatesTheControlWithoutRegistration) {
     ULONG_PTR cookie = 0;
     ASSERT_TRUE(ActivateActCtx(context, &cookie));
     {
-        CLSID clsid{};
-        EXPECT_EQ(S_OK, CLSIDFromProgID(L"KivDateTime.KivSetDateTime", &clsid));
-        ComPtr<IDispatch> control;
-        EXPECT_EQ(S_OK, CoCreateInstance(CLSID_KivSetDateTime, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch,
-                                         control.PutVoid()));
-        if (control) {
-            EXPECT_EQ(L"1", Text(comkit::Call(*control, L"StartOfWeek").Get()));
-        }
-        DWORD status = 0;
-        EXPECT_EQ(S_OK, OleRegGetMiscStatus(CLSID_KivSetDateTime, DVASPECT_CONTENT, &status));
-        EXPECT_EQ(0x20191u, status);
+        CreateBothByName();
         ComPtr<ITypeLib> library;
         EXPECT_EQ(S_OK, LoadRegTypeLib(LIBID_KivDateTime, 1, 0, 0, library.Put()));
     }
@@ -261,21 +287,23 @@ TEST(Manifest, CreatesTheControlWithoutRegistration) {
 
 // --- type library ----------------------------------------------------------------------------------------------------
 
-TEST(TypeLibrary, NamesTheClassWithItsDefaultInterfaceAndEvents) {
+TEST(TypeLibrary, NamesTheClassesWithTheirDefaultInterfacesAndEvents) {
     ComPtr<ITypeLib> library;
     ASSERT_EQ(S_OK, LoadTypeLibEx(Server::Get().File().c_str(), REGKIND_NONE, library.Put()));
-    ComPtr<ITypeInfo> type;
-    ASSERT_EQ(S_OK, library->GetTypeInfoOfGuid(CLSID_KivSetDateTime, type.Put()));
-    const IID* expected[] = {&__uuidof(_KivSetDateTime), &DIID___KivSetDateTime};
-    for (UINT i = 0; i < 2; ++i) {
-        HREFTYPE reference = 0;
-        ASSERT_EQ(S_OK, type->GetRefTypeOfImplType(i, &reference));
-        ComPtr<ITypeInfo> implemented;
-        ASSERT_EQ(S_OK, type->GetRefTypeInfo(reference, implemented.Put()));
-        TYPEATTR* attributes = nullptr;
-        ASSERT_EQ(S_OK, implemented->GetTypeAttr(&attributes));
-        EXPECT_TRUE(IsEqualGUID(*expected[i], attributes->guid));
-        implemented->ReleaseTypeAttr(attributes);
+    for (const TestedClass* const tested : {&SetClass, &ShowClass}) {
+        ComPtr<ITypeInfo> type;
+        ASSERT_EQ(S_OK, library->GetTypeInfoOfGuid(tested->clsid, type.Put()));
+        const IID* expected[] = {&tested->members, &tested->events};
+        for (UINT i = 0; i < 2; ++i) {
+            HREFTYPE reference = 0;
+            ASSERT_EQ(S_OK, type->GetRefTypeOfImplType(i, &reference));
+            ComPtr<ITypeInfo> implemented;
+            ASSERT_EQ(S_OK, type->GetRefTypeInfo(reference, implemented.Put()));
+            TYPEATTR* attributes = nullptr;
+            ASSERT_EQ(S_OK, implemented->GetTypeAttr(&attributes));
+            EXPECT_TRUE(IsEqualGUID(*expected[i], attributes->guid));
+            implemented->ReleaseTypeAttr(attributes);
+        }
     }
 }
 

@@ -2,37 +2,14 @@
 // back to it, and what the help object's events do to the children.
 #include <Vexa.h>
 
-#include "comkit/Handle.h"
 #include "ControlFixture.h"
+#include "InstalledSimulator.h"
 
 namespace component {
 namespace {
 
 using comkit::ComPtr;
 using comkit::Variant;
-
-/// VexaSimulator.dll, registered for as long as this lives.
-class InstalledSimulator {
-public:
-    InstalledSimulator() {
-        const std::wstring& server = Server::Get().File();
-        m_module.Reset(LoadLibraryW((server.substr(0, server.find_last_of(L'\\') + 1) + L"VexaSimulator.dll").c_str()));
-        EXPECT_TRUE(m_module);
-        EXPECT_EQ(S_OK, Call("DllRegisterServer"));
-    }
-    InstalledSimulator(const InstalledSimulator&) = delete;
-    InstalledSimulator& operator=(const InstalledSimulator&) = delete;
-    ~InstalledSimulator() { EXPECT_EQ(S_OK, Call("DllUnregisterServer")); }
-
-private:
-    HRESULT Call(const char* name) const {
-        const auto function =
-            reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(reinterpret_cast<void*>(GetProcAddress(m_module.Get(), name)));
-        return function ? function() : E_NOTIMPL;
-    }
-
-    comkit::UniqueModule m_module;
-};
 
 class VexaSupport : public ControlFixture {
 protected:

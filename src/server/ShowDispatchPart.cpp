@@ -1,0 +1,22 @@
+#include "server/ShowDispatchPart.h"
+
+#include "common/ResourceStrings.h"
+#include "server/AboutBox.h"
+#include "server/LateBoundVariable.h"
+
+namespace kiv::server {
+
+HRESULT ShowDispatchPart::RefreshDisplay(VARIANT* oVar) {
+    if (!oVar) return E_POINTER;
+    return Run([&](ShowControl& control) {
+        LateBoundVariable variable(*oVar);
+        control.RefreshDisplay(variable);
+    });
+}
+
+HRESULT ShowDispatchPart::ShowAboutBox() {
+    return AtBoundaryOf(Owner(),
+                        [&] { server::ShowAboutBox(Host().DialogParent(), residShowAboutTitle, residShowPurpose); });
+}
+
+}  // namespace kiv::server
