@@ -17,7 +17,7 @@ src/win32       : platform comkit framework                                     
 src/server      : platform common setcontrol showcontrol pages win32 comkit framework   : KivDateTime.h Vexa.h
 comkit          : -                                                                     : -
 framework       : -                                                                     : -
-headless        : platform common setcontrol showcontrol simulator                      : -
+headless        : platform common setcontrol showcontrol pages simulator                : -
 simulator       : framework comkit                                                      : Vexa.h VexaSimulator.h
 screenhost      : framework comkit                                                      : KivDateTime.h Vexa.h VexaSimulator.h
 '

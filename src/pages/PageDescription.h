@@ -41,6 +41,8 @@ struct FieldEntry {
     std::int32_t data = 0;
 };
 
+// In the order in which a field reads: there are some seventy of them, padding and all.
+// NOLINTNEXTLINE(clang-analyzer-optin.performance.Padding)
 struct FieldDescription {
     std::u16string_view name;  ///< with its index where there are several of the name: "txtNumeric(0)"
     FieldKind kind = FieldKind::Label;
