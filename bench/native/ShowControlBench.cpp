@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include <array>
-#include <cstring>
+#include <string_view>
 
 #include "common/MemoryBag.h"
 #include "headless/HeadlessShowPlatform.h"
@@ -35,16 +35,16 @@ char* WriteTwoDigits(char* at, int value) {
 
 /// "05-NOV-2026"
 void DateByHand(benchmark::State& state) {
-    static constexpr char Months[] = "JANFEBMARAPRMAYJUNJULAUGSEPOCTNOVDEC";
+    static constexpr std::string_view Months = "JANFEBMARAPRMAYJUNJULAUGSEPOCTNOVDEC";
     std::array<char, 16> text{};
     DateTimeNumbers numbers = Numbers;
     for (auto _ : state) {
         benchmark::DoNotOptimize(numbers);
         char* at = WriteTwoDigits(text.data(), numbers.day);
         *at++ = '-';
-        std::memcpy(at, Months + 3 * (numbers.month - 1), 3);
-        at[3] = '-';
-        at = WriteTwoDigits(at + 4, numbers.year / 100);
+        at += Months.substr(3 * static_cast<std::size_t>(numbers.month - 1)).copy(at, 3);
+        *at++ = '-';
+        at = WriteTwoDigits(at, numbers.year / 100);
         at = WriteTwoDigits(at, numbers.year % 100);
         benchmark::DoNotOptimize(at);
         benchmark::ClobberMemory();
@@ -64,7 +64,7 @@ void TimeByHand(benchmark::State& state) {
         at = WriteTwoDigits(at, numbers.minute);
         *at++ = ':';
         at = WriteTwoDigits(at, numbers.second);
-        std::memcpy(at, numbers.hour < 12 ? " AM" : " PM", 3);
+        std::string_view(numbers.hour < 12 ? " AM" : " PM").copy(at, 3);
         benchmark::DoNotOptimize(at);
         benchmark::ClobberMemory();
     }

@@ -40,6 +40,7 @@ void OnFree(const volatile void*) {}
 
 #ifndef __SANITIZE_ADDRESS__
 
+// NOLINTBEGIN(cppcoreguidelines-no-malloc): what operator new is made of
 void* operator new(std::size_t size) {
     ++kiv::g_allocations;
     if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
@@ -51,5 +52,6 @@ void operator delete(void* memory) noexcept {
 void operator delete(void* memory, std::size_t) noexcept {
     std::free(memory);
 }
+// NOLINTEND(cppcoreguidelines-no-malloc)
 
 #endif

@@ -171,7 +171,7 @@ TEST(PropertyStream, MakesNoFontBeforeTheWholeStreamHasProvedSound) {
 }
 
 TEST(PropertyStream, ThatItWouldNotReadItselfIsNotWritten) {
-    const auto encode = [](std::u16string key, Value value) {
+    const auto encode = [](const std::u16string& key, Value value) {
         MemoryBag bag;
         bag.Put(key, std::move(value));
         return EncodeProperties(bag);

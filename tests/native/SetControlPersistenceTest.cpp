@@ -25,6 +25,7 @@ protected:
     }
 };
 
+constexpr std::size_t KeysOfTheSlots = std::size_t{14} * 4;
 const std::vector<std::u16string> KeysAfterTheSlots = {u"Data12HourValue",
                                                        u"Data24HourValue",
                                                        u"BackColor",
@@ -63,11 +64,11 @@ TEST_F(SetControlPersistenceTest, ANewInstanceSavesNothingButItsFont) {
 TEST_F(SetControlPersistenceTest, AllKeysAreWrittenInTheirOrderWhenAllAreAskedFor) {
     LoadInDesigner();
     const Keys keys = SavedKeys(true);
-    ASSERT_EQ(keys.size(), 14U * 4U + KeysAfterTheSlots.size());
+    ASSERT_EQ(keys.size(), KeysOfTheSlots + KeysAfterTheSlots.size());
     EXPECT_EQ(Keys(keys.begin(), keys.begin() + 5),
               (Keys{u"DataLMObject0", u"DataType0", u"DataVarName0", u"DataElemPath0", u"DataLMObject1"}));
     EXPECT_EQ(keys[13 * 4 + 1], u"DataType13");
-    EXPECT_EQ(Keys(keys.begin() + 14 * 4, keys.end()), KeysAfterTheSlots);
+    EXPECT_EQ(Keys(keys.begin() + KeysOfTheSlots, keys.end()), KeysAfterTheSlots);
 }
 
 TEST_F(SetControlPersistenceTest, NothingIsAnnouncedWhileLoading) {
@@ -155,7 +156,7 @@ TEST_F(SetControlPersistenceTest, ABagThatFailsOrHoldsNonsenseLoadsTheDefaultsAn
         control->ReadProperties(bag);
         EXPECT_EQ(SavedKeys(), Keys{u"Font"});
         EXPECT_EQ(control->GetFont(), nullptr);
-        EXPECT_EQ(bag.reported.size(), 14U * 4U + KeysAfterTheSlots.size());
+        EXPECT_EQ(bag.reported.size(), KeysOfTheSlots + KeysAfterTheSlots.size());
         control.reset();
     }
 }
