@@ -123,7 +123,11 @@ HRESULT ControlSite::OnInPlaceDeactivateEx(BOOL) {
 }
 
 HRESULT ControlSite::OnUIActivate() {
-    return WithOwner([](SiteOwner& owner) { owner.OnUIActivated(true); });
+    return WithOwner([](SiteOwner& owner) {
+        if (!owner.MayUIActivate()) return E_FAIL;
+        owner.OnUIActivated(true);
+        return S_OK;
+    });
 }
 
 HRESULT ControlSite::OnUIDeactivate(BOOL) {
@@ -180,6 +184,10 @@ HRESULT ControlSite::TransformCoords(POINTL* himetric, POINTF* container, DWORD 
         return E_INVALIDARG;
     }
     return S_OK;
+}
+
+HRESULT ControlSite::ShowPropertyFrame() {
+    return WithOwner([](SiteOwner& owner) { return owner.OnShowPropertyFrame() ? S_OK : E_NOTIMPL; });
 }
 
 HRESULT ControlSite::OnChanged(DISPID id) {

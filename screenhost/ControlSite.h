@@ -24,6 +24,10 @@ public:
     virtual void OnUIActivated(bool active) = 0;
     virtual void OnInPlaceActivated(bool active) = 0;
     virtual void OnAccelerators() = 0;
+    /// Not while a screen is laid out: then nothing on it has the keyboard.
+    virtual bool MayUIActivate() const = 0;
+    /// False when there is no frame to be had.
+    virtual bool OnShowPropertyFrame() = 0;
     virtual void OnPropertyChanged(DISPID id) = 0;
     virtual IDispatch& Extender() const = 0;
     /// Empty for an ambient property that the host does not offer.
@@ -80,7 +84,9 @@ public:
     HRESULT STDMETHODCALLTYPE OnPosRectChange(const RECT* place) override;
     HRESULT STDMETHODCALLTYPE OnInPlaceActivateEx(BOOL* noRedraw, DWORD flags) override;
     HRESULT STDMETHODCALLTYPE OnInPlaceDeactivateEx(BOOL noRedraw) override;
-    HRESULT STDMETHODCALLTYPE RequestUIActivate() override { return m_owner ? S_OK : S_FALSE; }
+    HRESULT STDMETHODCALLTYPE RequestUIActivate() override {
+        return m_owner && m_owner->MayUIActivate() ? S_OK : S_FALSE;
+    }
 
     // IOleControlSite
     HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override;
@@ -89,7 +95,7 @@ public:
     HRESULT STDMETHODCALLTYPE TransformCoords(POINTL* himetric, POINTF* container, DWORD flags) override;
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override { return S_FALSE; }
     HRESULT STDMETHODCALLTYPE OnFocus(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override;
 
     // IPropertyNotifySink
     HRESULT STDMETHODCALLTYPE OnChanged(DISPID id) override;

@@ -111,9 +111,8 @@ std::optional<Grip> DesignModel::GripAt(Spot spot) const noexcept {
 }
 
 const DesignItem* DesignModel::ItemAt(Spot spot) const noexcept {
-    const auto found =
-        std::find_if(m_items.rbegin(), m_items.rend(), [&](const DesignItem& item) { return item.box.Contains(spot); });
-    return found == m_items.rend() ? nullptr : &*found;
+    const auto found = std::ranges::find_if(m_items, [&](const DesignItem& item) { return item.box.Contains(spot); });
+    return found == m_items.end() ? nullptr : &*found;
 }
 
 void DesignModel::Press(Spot spot, bool extend) {

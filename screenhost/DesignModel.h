@@ -57,7 +57,7 @@ public:
     /// handle: the side of a handle; slack: how far the mouse moves before a click becomes a drag.
     DesignModel(int handle, int slack) noexcept : m_handle(handle), m_slack(slack) {}
 
-    /// All controls, in the order in which they lie over one another, the lowest first. What is selected and still
+    /// All controls, in the order in which they lie over one another, the topmost first. What is selected and still
     /// there stays selected.
     void SetItems(std::vector<DesignItem> items);
     void SetBox(std::string_view name, const Box& box);
@@ -94,6 +94,8 @@ public:
     /// The drag that follows draws the box of a new control.
     void PressToPlace(Spot spot);
     Drag Dragging() const noexcept { return m_drag; }
+    /// Of the handle that is dragged.
+    Grip DragGrip() const noexcept { return m_grip; }
     /// The places that the dragged controls should take now.
     std::vector<DesignItem> DragTo(Spot spot);
     /// The rectangle that a band or a placement has drawn so far.

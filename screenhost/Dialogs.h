@@ -14,5 +14,7 @@ struct FileKind {
 
 /// Where to save to; empty when the user changed his mind.
 std::string AskForFile(HWND owner, const std::string& suggestion, const FileKind& kind);
+/// What to open; empty when the user changed his mind.
+std::string AskForExistingFile(HWND owner, const FileKind& kind);
 
 }  // namespace screenhost

@@ -11,6 +11,11 @@ void DocumentHistory::Reset(std::string text) {
     m_future.clear();
 }
 
+void DocumentHistory::Settle(std::string text) {
+    if (!IsChanged()) m_saved = text;
+    m_current = std::move(text);
+}
+
 bool DocumentHistory::Commit(std::string text, const std::string& label, const std::string& tag) {
     if (text == m_current) return false;
     const bool joins = !tag.empty() && !m_past.empty() && m_future.empty() && m_past.back().tag == tag;

@@ -21,6 +21,8 @@ public:
     void MarkSaved() { m_saved = m_current; }
     bool IsChanged() const noexcept { return m_current != m_saved; }
     const std::string& Current() const noexcept { return m_current; }
+    /// The same document in another spelling: nothing that was saved becomes unsaved by it.
+    void Settle(std::string text);
 
     /// The document after an edit. A step that carries the same tag as the one before goes with it, so that a row of
     /// small edits is undone at once; an empty tag goes with nothing. False when nothing has changed.

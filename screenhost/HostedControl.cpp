@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <limits>
 
+#include "comkit/Dispatch.h"
 #include "comkit/Errors.h"
 #include "screenhost/ErrorText.h"
 #include "screenhost/LateBound.h"
@@ -34,13 +35,13 @@ double PlaceFrom(const ScreenSection& section, std::size_t side) {
 
 }  // namespace
 
-HostedControl::HostedControl(ScreenContext& context, ScreenSection& section) : m_context(context), m_section(section) {
+HostedControl::HostedControl(ScreenContext& context, ScreenSection& section) : m_context(context), m_section(&section) {
     for (std::size_t side = 0; side < PlaceKeys.size(); ++side) m_twips[side] = PlaceFrom(section, side);
     Place();
 }
 
 std::string HostedControl::ProgId() const {
-    const ScreenValue* const value = m_section.Find(ProgIdKey);
+    const ScreenValue* const value = m_section->Find(ProgIdKey);
     if (!value || !std::holds_alternative<std::u16string>(*value)) return {};
     return Utf8FromUtf16(std::get<std::u16string>(*value));
 }
@@ -82,7 +83,7 @@ void HostedControl::Create() {
 }
 
 bool HostedControl::HasOwnKeys() const {
-    return std::ranges::any_of(m_section.Keys(), [](const std::string& key) { return !IsExtenderKey(key); });
+    return std::ranges::any_of(m_section->Keys(), [](const std::string& key) { return !IsExtenderKey(key); });
 }
 
 void HostedControl::Load() {
@@ -92,7 +93,7 @@ void HostedControl::Load() {
     if (siteFirst) comkit::ThrowIfFailed(m_control->SetClientSite(m_site.Get()));
     m_bLoading = true;
     if (const auto persist = m_control.As<IPersistPropertyBag>()) {
-        const auto bag = comkit::MakeObject<SectionBag>(m_section, *m_context.log);
+        const auto bag = comkit::MakeObject<SectionBag>(*m_section, *m_context.log);
         const HRESULT hr = HasOwnKeys() ? persist->Load(bag.Get(), bag.Get()) : persist->InitNew();
         m_knownKeys = bag->KnownKeys();
         bag->Close();
@@ -120,8 +121,8 @@ void HostedControl::SizeAtOpening() {
     SIZEL own{};
     const bool hasOwn = SUCCEEDED(m_control->GetExtent(DVASPECT_CONTENT, &own)) && own.cx > 0 && own.cy > 0;
     SIZEL asked{HimetricFromPixels(WidthOf(m_pixels)), HimetricFromPixels(HeightOf(m_pixels))};
-    if (hasOwn && !m_section.Find(PlaceKeys[2])) asked.cx = own.cx;
-    if (hasOwn && !m_section.Find(PlaceKeys[3])) asked.cy = own.cy;
+    if (hasOwn && !m_section->Find(PlaceKeys[2])) asked.cx = own.cx;
+    if (hasOwn && !m_section->Find(PlaceKeys[3])) asked.cy = own.cy;
     m_control->SetExtent(DVASPECT_CONTENT, &asked);
     SIZEL taken{};
     if (FAILED(m_control->GetExtent(DVASPECT_CONTENT, &taken)) || taken.cx <= 0 || taken.cy <= 0) taken = asked;
@@ -158,17 +159,20 @@ void HostedControl::Close() noexcept {
     m_accelerators = {};
 }
 
-void HostedControl::SaveTo(ScreenSection& section) {
-    if (!IsOpen()) return;
-    std::string last = ProgIdKey;
+void HostedControl::SavePlace(std::string& last) {
     for (std::size_t side = 0; side < PlaceKeys.size(); ++side) {
-        section.Put(PlaceKeys[side], static_cast<std::int32_t>(std::lround(m_twips[side])), last);
+        m_section->Put(PlaceKeys[side], static_cast<std::int32_t>(std::lround(m_twips[side])), last);
         last = PlaceKeys[side];
     }
+}
+
+void HostedControl::Save() {
+    std::string last = ProgIdKey;
+    if (IsOpen() || m_bMoved) SavePlace(last);
     const auto persist = m_control.As<IPersistPropertyBag>();
     if (!persist) return;
-    SectionUpdate update(section, m_knownKeys, last);
-    const auto bag = comkit::MakeObject<SectionBag>(section, update, *m_context.log);
+    SectionUpdate update(*m_section, m_knownKeys, last);
+    const auto bag = comkit::MakeObject<SectionBag>(*m_section, update, *m_context.log);
     const HRESULT hr = persist->Save(bag.Get(), TRUE, FALSE);
     const std::vector<std::string> written = bag->KnownKeys();
     bag->Close();
@@ -224,11 +228,47 @@ void HostedControl::OnPosRectChange(const RECT& pixels) {
 
 void HostedControl::SetPlace(std::size_t side, double twips) {
     m_twips.at(side) = std::clamp(twips, side < 2 ? -LargestTwips : 0.0, LargestTwips);
+    PlaceAgain();
+}
+
+void HostedControl::PlaceAgain() {
     const RECT before = m_pixels;
     Place();
     const RECT pixels = m_pixels;
     m_pixels = before;
     SetPixelRect(pixels);
+}
+
+Box HostedControl::TwipBox() const noexcept {
+    const auto side = [this](std::size_t i) { return static_cast<int>(std::lround(m_twips[i])); };
+    return {side(0), side(1), side(2), side(3)};
+}
+
+void HostedControl::MoveTo(const Box& box) {
+    if (box == TwipBox()) return;
+    m_bMoved = true;
+    const std::array<int, 4> sides{box.left, box.top, box.width, box.height};
+    for (std::size_t i = 0; i < sides.size(); ++i)
+        m_twips[i] = std::clamp(static_cast<double>(sides[i]), i < 2 ? -LargestTwips : 0.0, LargestTwips);
+    PlaceAgain();
+}
+
+bool HostedControl::ShowProperties() {
+    return m_control &&
+           m_control->DoVerb(OLEIVERB_PROPERTIES, nullptr, m_site.Get(), 0, m_context.view, &m_pixels) == S_OK;
+}
+
+bool HostedControl::OnShowPropertyFrame() {
+    if (m_context.userMode || !m_context.onProperties) return false;
+    m_context.onProperties();
+    return true;
+}
+
+void HostedControl::ShowAboutBox() {
+    if (!m_dispatch) throw TextError(Name() + " is not open");
+    const comkit::ComPtr<IDispatch> alive = m_dispatch;
+    Telling(Name() + " has no about box",
+            [&] { comkit::InvokeWith(*alive, DISPID_ABOUTBOX, DISPATCH_METHOD, std::array<VARIANT, 0>{}); });
 }
 
 bool HostedControl::IsVisible() const {

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "screenhost/ControlSite.h"
+#include "screenhost/DesignModel.h"
 #include "screenhost/DeviceLink.h"
 #include "screenhost/EventSink.h"
 #include "screenhost/Extender.h"
@@ -31,8 +32,12 @@ struct ScreenContext {
     OLE_COLOR foreColor = 0x80000012;  ///< button text
     /// Throws TextError for a name that nobody knows.
     std::function<CLSID(const std::string& progId)> resolve;
+    /// A property page, from whoever has it. Throws comkit::ComError.
+    std::function<comkit::ComPtr<IPropertyPage>(REFCLSID clsid)> createPage;
     /// A control took another place or size.
     std::function<void()> onLayout;
+    /// A control asks for its property frame.
+    std::function<void()> onProperties;
 };
 
 class HostedControl final : private SiteOwner, private ExtenderOwner {
@@ -49,14 +54,19 @@ public:
     bool IsOpen() const noexcept { return static_cast<bool>(m_control); }
     const std::string& Failure() const noexcept { return m_failure; }
 
-    /// Writes place and keys into the section, or into a copy of it. A control that could not be opened writes nothing.
-    void Save() { SaveTo(m_section); }
-    void SaveTo(ScreenSection& section);
+    /// Writes place and keys into the section. A control that could not be opened writes its place, if it was moved.
+    void Save();
+    /// The same control in another file.
+    void Rebind(ScreenSection& section) noexcept { m_section = &section; }
 
-    std::string Name() const override { return m_section.Name(); }
+    std::string Name() const override { return m_section->Name(); }
     std::string ProgId() const;
     RECT PixelRect() const override { return m_pixels; }
     void SetPixelRect(const RECT& pixels);
+    /// In twips.
+    Box TwipBox() const noexcept;
+    /// Offers the control another place; it may take another size.
+    void MoveTo(const Box& box);
 
     /// Extender and control in one. Throws TextError while the control is not open.
     IDispatch& Members() const;
@@ -64,6 +74,13 @@ public:
     IDispatch* ControlDispatch() const override { return m_dispatch.Get(); }
     /// Null while the control has no window.
     HWND Window() const noexcept;
+
+    /// The control itself, for its property pages; null while it is not open.
+    comkit::ComPtr<IUnknown> Object() const { return m_control.As<IUnknown>(); }
+    /// Has the control ask for its property frame. False when it has no such verb.
+    bool ShowProperties();
+    /// Throws TextError when it has none. Comes back when the box is closed.
+    void ShowAboutBox();
 
     /// Alt and a letter: true if the control took it.
     bool OnMnemonic(MSG& message);
@@ -75,6 +92,8 @@ private:
     void Connect();
     void Place();
     void SizeAtOpening();
+    void PlaceAgain();
+    void SavePlace(std::string& last);
     void Activate();
     bool HasOwnKeys() const;
     void OnEvent(const EventCall& call);
@@ -89,6 +108,8 @@ private:
     void OnInPlaceActivated(bool) override {}
     void OnAccelerators() override;
     void OnPropertyChanged(DISPID id) override;
+    bool MayUIActivate() const override { return m_context.userMode; }
+    bool OnShowPropertyFrame() override;
     IDispatch& Extender() const override { return *m_extender; }
     comkit::Variant Ambient(DISPID id) const override;
 
@@ -99,7 +120,7 @@ private:
     void SetVisible(bool visible) override;
 
     ScreenContext& m_context;
-    ScreenSection& m_section;
+    ScreenSection* m_section;
     std::string m_failure;
     std::vector<std::string> m_knownKeys;
 
@@ -116,6 +137,7 @@ private:
     DWORD m_notifyCookie = 0;
     CONTROLINFO m_accelerators{};
     bool m_bLoading = false;
+    bool m_bMoved = false;
     bool m_bLastWasMove = false;
 };
 

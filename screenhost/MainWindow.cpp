@@ -6,21 +6,17 @@
 #include <algorithm>
 #include <array>
 
-#include "screenhost/Dialogs.h"
 #include "screenhost/ErrorText.h"
 #include "screenhost/FontObject.h"
 #include "screenhost/LateBound.h"
 #include "screenhost/ResourceIds.h"
-#include "screenhost/TextFile.h"
 #include "screenhost/Units.h"
 #include "screenhost/WideText.h"
-#include "screenhost/WindowPicture.h"
 
 namespace screenhost {
 
 namespace {
 
-constexpr UINT_PTR PollTimer = 1;
 constexpr UINT PollMilliseconds = 200;
 constexpr int FirstLogHeight = 210;
 constexpr DWORD ButtonStyle = WS_TABSTOP | BS_PUSHBUTTON;
@@ -50,13 +46,15 @@ MainWindow::MainWindow(ScreenContext& context, ScreenFile file, std::string file
     CreateParts();
     m_view = std::make_unique<ScreenView>(Handle(), m_context, std::move(file));
     SetWindowLongPtrW(m_view->Handle(), GWLP_ID, ID_VIEW);
-    // Between the buttons and the log in the order of the Tab key.
-    SetWindowPos(m_view->Handle(), m_design, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    // Between the palette and the log in the order of the Tab key.
+    SetWindowPos(m_view->Handle(), m_palette->List(), 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    ConnectDesign();
     UpdateTitle();
     UpdateCommands();
 }
 
 MainWindow::~MainWindow() {
+    m_properties.reset();
     m_view.reset();
     m_frame->Close();
     m_context.frame = nullptr;
@@ -68,6 +66,7 @@ void MainWindow::CreateParts() {
     m_write = MakeChild(Handle(), WC_BUTTONW, L"&Write to device", ButtonStyle, CMD_WRITE, font);
     m_run = MakeChild(Handle(), WC_BUTTONW, L"Run", ToggleStyle | WS_GROUP | WS_TABSTOP, CMD_RUN, font);
     m_design = MakeChild(Handle(), WC_BUTTONW, L"Design", ToggleStyle, CMD_DESIGN, font);
+    m_palette.emplace(Handle(), ID_PALETTE, font);
     m_logTitle = MakeChild(Handle(), WC_STATICW, L"Events and device log", SS_LEFT | SS_CENTERIMAGE | WS_GROUP,
                            ID_LOG_TITLE, font);
     m_clear = MakeChild(Handle(), WC_BUTTONW, L"&Clear", ButtonStyle, CMD_CLEAR_LOG, font);
@@ -81,7 +80,7 @@ void MainWindow::Open() {
     FitToContents();
     ShowWindow(Handle(), SW_SHOWNORMAL);
     SetForegroundWindow(Handle());
-    SetFocus(m_read);
+    m_context.userMode ? static_cast<void>(SetFocus(m_read)) : m_view->Design().Focus();
     UpdateCommands();
     Poll();
     SetTimer(Handle(), PollTimer, PollMilliseconds, nullptr);
@@ -89,6 +88,9 @@ void MainWindow::Open() {
 }
 
 bool MainWindow::Filter(MSG& message) {
+    if (m_properties && m_properties->IsOpen() && m_properties->Filter(message)) return true;
+    // A window of somebody else's, such as an about box, has its own keys.
+    if (GetAncestor(message.hwnd, GA_ROOT) != Handle()) return false;
     const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
     if (isKey && m_context.userMode) {
         const comkit::ComPtr<IOleInPlaceActiveObject> active(m_frame->Active());
@@ -104,9 +106,13 @@ bool MainWindow::Filter(MSG& message) {
 
 void MainWindow::SwitchMode(bool userMode) {
     if (userMode != m_context.userMode) {
+        if (m_properties) m_properties->Close();
         SetFocus(Handle());
         m_view->SwitchMode(userMode);
+        m_palette->ChoosePointer();
+        Layout();
         FitToContents();
+        userMode ? static_cast<void>(SetFocus(m_read)) : m_view->Design().Focus();
         m_context.log->Add("host", userMode ? "the screen runs" : "the screen is being laid out");
     }
     UpdateCommands();
@@ -133,28 +139,14 @@ void MainWindow::OnExchange(bool upload) {
     ShowStatus(upload ? "Read from the device." : "Written to the device.");
 }
 
-void MainWindow::Save(const std::string& fileName) {
-    WriteTextFile(fileName, m_view->SavedText());
-    ShowStatus("Saved " + fileName + ".");
-}
-
-void MainWindow::SaveAs() {
-    const std::string name = AskForFile(Handle(), m_fileName, {L"Screens (*.screen)\0*.screen\0", L"screen"});
-    if (name.empty()) return;
-    Save(name);
-    m_fileName = name;
-    UpdateTitle();
-}
-
-void MainWindow::SavePictureAs() {
-    const std::string name = AskForFile(Handle(), {}, {L"Pictures (*.png)\0*.png\0", L"png"});
-    if (!name.empty()) SaveWindowPicture(Handle(), name);
-}
-
 void MainWindow::Report(const std::string& text) {
     m_context.log->Add("error", text);
     ShowStatus(text);
-    if (!m_bQuiet) MessageBoxW(Handle(), Wide(text).c_str(), L"Screen Host", MB_ICONWARNING);
+    ShowInBox(Handle(), text);
+}
+
+void MainWindow::ShowInBox(HWND over, const std::string& text) {
+    if (!m_bQuiet) MessageBoxW(over, Wide(text).c_str(), L"Screen Host", MB_ICONWARNING);
 }
 
 void MainWindow::ShowStatus(const std::string& text) {
@@ -172,10 +164,10 @@ void MainWindow::ShowClock() {
         text = "Device does not answer";
     }
     std::array<wchar_t, 128> shown{};
-    SendMessageW(m_status, SB_GETTEXTW, 2, reinterpret_cast<LPARAM>(shown.data()));
+    SendMessageW(m_status, SB_GETTEXTW, ClockPart, reinterpret_cast<LPARAM>(shown.data()));
     // Only when it changed, or the bar flickers.
     if (Narrow(std::wstring_view(shown.data())) != text)
-        SendMessageW(m_status, SB_SETTEXTW, 2, reinterpret_cast<LPARAM>(Wide(text).c_str()));
+        SendMessageW(m_status, SB_SETTEXTW, ClockPart, reinterpret_cast<LPARAM>(Wide(text).c_str()));
 }
 
 void MainWindow::Poll() {
@@ -187,23 +179,42 @@ void MainWindow::Poll() {
 void MainWindow::UpdateTitle() {
     std::string name = m_view->Title();
     if (name.empty()) name = m_fileName.substr(m_fileName.find_last_of("/\\") + 1);
-    SetWindowTextW(Handle(), Wide(name.empty() ? "Screen Host" : name + " - Screen Host").c_str());
+    if (name.empty()) name = "New screen";
+    const char* const mark = m_view->Design().History().IsChanged() ? "*" : "";
+    SetWindowTextW(Handle(), Wide(mark + name + " - Screen Host").c_str());
+}
+
+void MainWindow::EnableCommands(std::initializer_list<UINT> commands, bool enabled) {
+    const HMENU menu = GetMenu(Handle());
+    for (const UINT command : commands)
+        EnableMenuItem(menu, command, MF_BYCOMMAND | static_cast<UINT>(enabled ? MF_ENABLED : MF_GRAYED));
 }
 
 void MainWindow::UpdateCommands() {
     const bool runs = m_context.userMode;
+    DesignSession& design = m_view->Design();
+    const std::size_t selected = design.Selection().size();
     for (HWND button : {m_read, m_write}) EnableWindow(button, runs);
     SendMessageW(m_run, BM_SETCHECK, runs ? BST_CHECKED : BST_UNCHECKED, 0);
     SendMessageW(m_design, BM_SETCHECK, runs ? BST_UNCHECKED : BST_CHECKED, 0);
+    EnableCommands({CMD_READ, CMD_WRITE}, runs);
+    EnableCommands({CMD_PASTE, CMD_SELECT_ALL, CMD_SNAP}, !runs);
+    EnableCommands({CMD_CUT, CMD_COPY, CMD_DELETE, CMD_PROPERTIES}, selected > 0);
+    EnableCommands({CMD_ABOUT_CONTROL}, selected == 1);
+    EnableCommands({CMD_ALIGN_LEFT, CMD_ALIGN_RIGHT, CMD_ALIGN_TOP, CMD_ALIGN_BOTTOM, CMD_SAME_WIDTH, CMD_SAME_HEIGHT},
+                   selected > 1);
+    EnableCommands({CMD_UNDO}, !runs && design.History().CanUndo());
+    EnableCommands({CMD_REDO}, !runs && design.History().CanRedo());
     const HMENU menu = GetMenu(Handle());
-    for (const UINT command : {UINT{CMD_READ}, UINT{CMD_WRITE}})
-        EnableMenuItem(menu, command, MF_BYCOMMAND | static_cast<UINT>(runs ? MF_ENABLED : MF_GRAYED));
-    EnableMenuItem(menu, CMD_SAVE, MF_BYCOMMAND | static_cast<UINT>(runs ? MF_GRAYED : MF_ENABLED));
+    CheckMenuItem(menu, CMD_SNAP,
+                  MF_BYCOMMAND | static_cast<UINT>(design.Model().SnapsToGrid() ? MF_CHECKED : MF_UNCHECKED));
     CheckMenuRadioItem(menu, CMD_DESIGN, CMD_RUN, static_cast<UINT>(runs ? CMD_RUN : CMD_DESIGN), MF_BYCOMMAND);
-    SendMessageW(m_status, SB_SETTEXTW, 1, reinterpret_cast<LPARAM>(runs ? L"Run" : L"Design"));
+    SendMessageW(m_status, SB_SETTEXTW, ModePart, reinterpret_cast<LPARAM>(runs ? L"Run" : L"Design"));
+    ShowPlace();
 }
 
 void MainWindow::OnCommand(int command) {
+    if (OnFileCommand(command) || OnDesignCommand(command)) return;
     switch (command) {
         case CMD_READ:
         case CMD_WRITE:
@@ -211,18 +222,12 @@ void MainWindow::OnCommand(int command) {
         case CMD_RUN:
         case CMD_DESIGN:
             return SwitchMode(command == CMD_RUN);
-        case CMD_SAVE:
-            if (!m_context.userMode) m_fileName.empty() ? SaveAs() : Save(m_fileName);
-            return;
-        case CMD_SAVE_AS:
-            return SaveAs();
-        case CMD_PICTURE:
-            return SavePictureAs();
+        case CMD_TOGGLE_MODE:
+            return SwitchMode(!m_context.userMode);
+        case CMD_NEXT_PANE:
+            return FocusNextPane();
         case CMD_CLEAR_LOG:
             return m_logPanel->Clear();
-        case CMD_EXIT:
-            SendMessageW(Handle(), WM_CLOSE, 0, 0);
-            return;
         case CMD_ABOUT:
             MessageBoxW(Handle(), L"Screen Host 1.0\n\nShows a screen of device controls, for use or for design.",
                         L"About Screen Host", MB_ICONINFORMATION);
@@ -232,6 +237,33 @@ void MainWindow::OnCommand(int command) {
         default:
             return;
     }
+}
+
+/// A plain window does not remember its focus by itself.
+void MainWindow::OnActivate(bool active) {
+    if (!active)
+        m_lastFocus = GetFocus();
+    else if (m_lastFocus && IsChild(Handle(), m_lastFocus) && IsWindowVisible(m_lastFocus))
+        SetFocus(m_lastFocus);
+}
+
+bool MainWindow::OnDraw(UINT message, LPARAM lParam) const {
+    if (!m_palette) return false;
+    if (message == WM_MEASUREITEM)
+        m_palette->OnMeasure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
+    else
+        m_palette->OnDraw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+    return true;
+}
+
+bool MainWindow::OnSplitterCursor(LPARAM lParam) const {
+    if (LOWORD(lParam) != HTCLIENT) return false;
+    POINT at{};
+    GetCursorPos(&at);
+    ScreenToClient(Handle(), &at);
+    if (at.y <= BarHeight() + 2) return false;
+    SetCursor(LoadCursorW(nullptr, IDC_SIZENS));
+    return true;
 }
 
 LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
@@ -252,7 +284,10 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case WM_COMMAND:
             try {
-                OnCommand(LOWORD(wParam));
+                if (LOWORD(wParam) == ID_PALETTE && m_palette)
+                    m_palette->OnCommand(HIWORD(wParam));
+                else
+                    OnCommand(LOWORD(wParam));
             } catch (const TextError& error) {
                 Report(error.what());
             }
@@ -265,18 +300,21 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_LBUTTONUP:
             if (m_view && OnSplitter(message, lParam)) return 0;
             break;
+        case WM_MEASUREITEM:
+        case WM_DRAWITEM:
+            if (wParam == ID_PALETTE && OnDraw(message, lParam)) return TRUE;
+            break;
+        case FrameClosedMessage:
+            m_properties.reset();
+            return 0;
+        case WM_ACTIVATE:
+            OnActivate(LOWORD(wParam) != WA_INACTIVE);
+            return 0;
         case WM_SETCURSOR:
-            if (LOWORD(lParam) == HTCLIENT && reinterpret_cast<HWND>(wParam) == Handle()) {
-                POINT at{};
-                GetCursorPos(&at);
-                ScreenToClient(Handle(), &at);
-                if (at.y > BarHeight() + 2) return SetCursor(LoadCursorW(nullptr, IDC_SIZENS)), TRUE;
-            }
+            if (reinterpret_cast<HWND>(wParam) == Handle() && OnSplitterCursor(lParam)) return TRUE;
             break;
         case WM_CLOSE:
-            KillTimer(Handle(), PollTimer);
-            m_view->CloseControls();
-            PostQuitMessage(0);
+            OnClose();
             return 0;
         default:
             break;

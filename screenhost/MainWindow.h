@@ -1,18 +1,26 @@
-// The host's window: buttons, the screen, the log, the status bar.
+// The host's window: buttons, the screen, the palette beside it, the log, the status bar; and the property frame over
+// it.
 #pragma once
 
 #include <windows.h>
 
+#include <initializer_list>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "comkit/Handle.h"
 #include "screenhost/LogPanel.h"
+#include "screenhost/PalettePanel.h"
+#include "screenhost/PropertyFrame.h"
 #include "screenhost/ScreenView.h"
 #include "screenhost/WindowBase.h"
 
 namespace screenhost {
+
+/// Throws TextError when there is no such file; what is wrong inside goes into the log.
+ScreenFile ReadScreen(const std::string& fileName, HostLog& log);
 
 class MainWindow final : public WindowBase {
 public:
@@ -28,8 +36,19 @@ public:
 
     ScreenView& View() noexcept { return *m_view; }
     void SwitchMode(bool userMode);
-    /// Throws TextError.
+    /// The screen as it is laid out. Throws TextError.
     void Save(const std::string& fileName);
+    /// Another screen, whatever becomes of the present one. Throws TextError.
+    void OpenFile(const std::string& fileName);
+    /// An empty screen, laid out; whatever becomes of the present one.
+    void NewFile();
+    /// What a menu item or a button does. Throws TextError.
+    void OnCommand(int command);
+
+    void SetPalette(std::vector<PaletteClass> classes) { m_palette->SetClasses(std::move(classes)); }
+    PalettePanel& Palette() noexcept { return *m_palette; }
+    /// Null while no property frame is open.
+    PropertyFrame* Frame() noexcept { return m_properties && m_properties->IsOpen() ? m_properties.get() : nullptr; }
     /// Fetches what is new from the device and shows it.
     void Poll();
     void ShowStatus(const std::string& text);
@@ -38,9 +57,31 @@ public:
 
 private:
     static constexpr int SmallestWidth = 560;  ///< at 96 dots to the inch
+    static constexpr UINT_PTR PollTimer = 1;
+    static constexpr UINT FrameClosedMessage = WM_APP + 1;
+    enum StatusPart { TextPart, PlacePart, ModePart, ClockPart, StatusParts };
 
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
-    void OnCommand(int command);
+    void ConnectDesign();
+    bool OnFileCommand(int command);
+    bool OnDesignCommand(int command);
+    bool OnAlignCommand(int command);
+    void OnDesignChange();
+    void OnClassChosen();
+    void OnPlaceNow();
+    void ShowProperties();
+    void OpenPropertyFrame();
+    void ShowAboutControl();
+    void ShowControlMenu(POINT screen);
+    void FocusNextPane();
+    void ShowPlace();
+    void SaveDocument();
+    /// False when the user would rather go on with the present document.
+    bool MayDrop();
+    void OnClose();
+    void OnActivate(bool active);
+    bool OnDraw(UINT message, LPARAM lParam) const;
+    bool OnSplitterCursor(LPARAM lParam) const;
     void OnExchange(bool upload);
     void CreateParts();
     void Layout();
@@ -51,10 +92,13 @@ private:
     void ShowClock();
     void SaveAs();
     void SavePictureAs();
+    void EnableCommands(std::initializer_list<UINT> commands, bool enabled);
     void Report(const std::string& text);
+    void ShowInBox(HWND over, const std::string& text);
     void PaintLines();
     SIZE ButtonSize(HWND button) const;
     int BarHeight() const;
+    int SideWidth() const;
     bool OnSplitter(UINT message, LPARAM lParam);
 
     ScreenContext& m_context;
@@ -68,9 +112,12 @@ private:
     HWND m_logTitle = nullptr;
     HWND m_clear = nullptr;
     HWND m_status = nullptr;
+    HWND m_lastFocus = nullptr;
     HACCEL m_accelerators = nullptr;
     std::unique_ptr<ScreenView> m_view;
     std::optional<LogPanel> m_logPanel;
+    std::optional<PalettePanel> m_palette;
+    std::unique_ptr<PropertyFrame> m_properties;
     int m_logHeight;
     bool m_bOpen = false;
     bool m_bQuiet = false;

@@ -71,22 +71,36 @@ void MainWindow::Layout() {
     const int listTop = bottom - gap - log + titleHeight;
     const int titleTop = listTop - titleHeight - Scaled(2);
     LayoutButtons(width);
-    MoveTo(m_view->Handle(), 0, bar + 2, width, std::max(0, titleTop - Scaled(SplitterHeight) - bar - 2));
+    const int side = SideWidth();
+    const int screenHeight = std::max(0, titleTop - Scaled(SplitterHeight) - bar - 2);
+    m_palette->Show(side > 0);
+    m_palette->SetPlace({gap, bar + 2, side - gap, bar + 2 + screenHeight - gap / 2});
+    MoveTo(m_view->Handle(), side, bar + 2, std::max(0, width - side), screenHeight);
     const int clearWidth = static_cast<int>(ButtonSize(m_clear).cx);
     MoveTo(m_logTitle, gap, titleTop, width - clearWidth - 3 * gap, titleHeight - Scaled(2));
     MoveTo(m_clear, width - clearWidth - gap, titleTop - Scaled(1), clearWidth, titleHeight - Scaled(2));
     m_logPanel->SetPlace({gap, listTop, width - gap, bottom - gap});
-    std::array<int, 3> parts{std::max(Scaled(120), width - Scaled(340)), std::max(Scaled(200), width - Scaled(250)),
-                             -1};
+    // Only a screen that is laid out has a place to show.
+    const int place = m_context.userMode ? 0 : Scaled(280);
+    std::array<int, StatusParts> parts{std::max(Scaled(20), width - Scaled(285) - place),
+                                       std::max(Scaled(100), width - Scaled(285)),
+                                       std::max(Scaled(200), width - Scaled(225)), -1};
     SendMessageW(m_status, SB_SETPARTS, parts.size(), reinterpret_cast<LPARAM>(parts.data()));
     // The parts move over one another; what the system copied along is not always right.
     RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
+/// Of what stands to the left of the screen.
+int MainWindow::SideWidth() const {
+    return m_context.userMode ? 0 : m_palette->Width() + 2 * Scaled(Gap);
+}
+
 /// Makes the window larger where the controls need it; never smaller.
 void MainWindow::FitToContents() {
     if (!m_bOpen) return;
-    const SIZE content = m_view->ContentSize();
+    SIZE content = m_view->ContentSize();
+    if (!m_context.userMode)
+        content = {std::max<LONG>(content.cx, Scaled(480)), std::max<LONG>(content.cy, Scaled(320))};
     RECT view{};
     GetClientRect(m_view->Handle(), &view);
     RECT window{};
@@ -98,7 +112,7 @@ void MainWindow::FitToContents() {
     int height = HeightOf(window) + std::max(0, static_cast<int>(content.cy) - HeightOf(view));
     if (isFirst) {
         RECT frame{};
-        frame.right = std::max<LONG>(content.cx, Scaled(SmallestWidth));
+        frame.right = std::max<LONG>(content.cx + SideWidth(), Scaled(SmallestWidth));
         RECT status{};
         GetWindowRect(m_status, &status);
         frame.bottom =
@@ -130,6 +144,7 @@ void MainWindow::PaintLines() {
     RECT view{};
     GetWindowRect(m_view->Handle(), &view);
     MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&view), 2);
+    line.left = 0;
     line.top = view.bottom + Scaled(SplitterHeight) / 2 - 1;
     line.bottom = line.top + 2;
     DrawEdge(dc, &line, EDGE_ETCHED, BF_TOP);

@@ -58,12 +58,27 @@ CLSID Resolve(const std::deque<ServerLibrary>& servers, const std::string& progI
     return clsid;
 }
 
+/// Registered pages first; those of a server that is not registered come straight from its library.
+comkit::ComPtr<IPropertyPage> CreatePage(const std::deque<ServerLibrary>& servers, REFCLSID clsid) {
+    comkit::ComPtr<IPropertyPage> page;
+    const HRESULT hr = CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IPropertyPage), page.PutVoid());
+    if (SUCCEEDED(hr)) return page;
+    for (const ServerLibrary& server : servers)
+        if (auto found = server.Create(clsid).As<IPropertyPage>()) return found;
+    throw comkit::ComError(hr);
+}
+
+/// The controls of the named servers; where none is named, whatever is registered.
+std::vector<PaletteClass> ClassesOf(const std::deque<ServerLibrary>& servers) {
+    if (servers.empty()) return RegisteredControls();
+    std::vector<PaletteClass> result;
+    for (const ServerLibrary& server : servers)
+        for (PaletteClass& each : ControlsOfLibrary(server.File())) result.push_back(std::move(each));
+    return result;
+}
+
 ScreenFile LoadScreen(const Options& options, HostLog& log) {
-    if (options.screen.empty()) return ScreenFile::Parse({});
-    ScreenFile file = ScreenFile::Parse(ReadTextFile(options.screen, ScreenFile::MaxBytes));
-    for (const Problem& problem : file.Problems())
-        log.Add("error", options.screen + ":" + std::to_string(problem.line) + ": " + problem.message);
-    return file;
+    return options.screen.empty() ? ScreenFile::Parse({}) : ReadScreen(options.screen, log);
 }
 
 /// Script, picture; true when everything succeeded.
@@ -101,6 +116,7 @@ int RunHost(const Options& options, Transcript& transcript) {
     context.userMode = !options.design;
     context.font = MakeFontObject(SystemMessageFont());
     context.resolve = [&servers](const std::string& progId) { return Resolve(servers, progId); };
+    context.createPage = [&servers](REFCLSID clsid) { return CreatePage(servers, clsid); };
     std::optional<ScriptFile> script;
     if (!options.script.empty()) script = ScriptFile::Parse(ReadTextFile(options.script, ScriptFile::MaxBytes));
     ScreenFile screen = LoadScreen(options, log);
@@ -112,6 +128,7 @@ int RunHost(const Options& options, Transcript& transcript) {
     const bool unattended = script || options.once;
     if (unattended) watchdog.Expect("the opening of the screen", OpeningTime);
     window.SetQuiet(unattended);
+    window.SetPalette(ClassesOf(servers));
     window.Open();
     pump.Settle();
     watchdog.Rest();

@@ -39,6 +39,12 @@ bool Has(const std::vector<CLSID>& list, const CLSID& clsid) {
     return std::ranges::any_of(list, [&](const CLSID& each) { return IsEqualCLSID(each, clsid) != FALSE; });
 }
 
+std::string TextOf(REFCLSID clsid) {
+    std::array<wchar_t, 40> text{};
+    StringFromGUID2(clsid, text.data(), static_cast<int>(text.size()));
+    return Narrow(std::wstring_view(text.data()));
+}
+
 bool IsDown(int key) noexcept {
     return GetKeyState(key) < 0;
 }
@@ -95,7 +101,7 @@ void PropertyFrame::MakePages() {
                 std::make_unique<HostedPage>(std::move(page), static_cast<PageOwner&>(*this), m_request.objects));
         } catch (const comkit::ComError& error) {
             // Without a window in the user's way: the other pages are there.
-            m_request.report(nullptr, "a property page is left out: " + ErrorText(error));
+            m_request.report(nullptr, "property page " + TextOf(clsid) + " is left out: " + ErrorText(error));
         }
     }
 }

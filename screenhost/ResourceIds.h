@@ -4,6 +4,7 @@
 #define IDI_SCREENHOST 1
 #define IDR_MENU 1
 #define IDR_ACCELERATORS 1
+#define IDR_CONTROL_MENU 2
 
 #define CMD_READ 100
 #define CMD_WRITE 101
@@ -15,7 +16,28 @@
 #define CMD_EXIT 107
 #define CMD_ABOUT 108
 #define CMD_CLEAR_LOG 109
+#define CMD_NEW 110
+#define CMD_OPEN 111
+#define CMD_UNDO 112
+#define CMD_REDO 113
+#define CMD_CUT 114
+#define CMD_COPY 115
+#define CMD_PASTE 116
+#define CMD_DELETE 117
+#define CMD_SELECT_ALL 118
+#define CMD_PROPERTIES 119
+#define CMD_ABOUT_CONTROL 120
+#define CMD_SNAP 121
+#define CMD_ALIGN_LEFT 122
+#define CMD_ALIGN_RIGHT 123
+#define CMD_ALIGN_TOP 124
+#define CMD_ALIGN_BOTTOM 125
+#define CMD_SAME_WIDTH 126
+#define CMD_SAME_HEIGHT 127
+#define CMD_TOGGLE_MODE 128
+#define CMD_NEXT_PANE 129
 #define ID_VIEW 200
 #define ID_LOG 201
 #define ID_STATUS 202
 #define ID_LOG_TITLE 203
+#define ID_PALETTE 204  // and 205, its title

@@ -1,8 +1,7 @@
 #include "screenhost/ScreenView.h"
 
-#include <windowsx.h>
-
 #include <algorithm>
+#include <cstdint>
 
 #include "comkit/Handle.h"
 #include "screenhost/Units.h"
@@ -13,7 +12,7 @@ namespace screenhost {
 namespace {
 
 constexpr int MarginTwips = 240;
-constexpr int GridTwips = 120;
+constexpr std::int32_t LargestShifted = 100'000;  // where a pasted control may have come from
 constexpr DWORD ViewStyle = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN;
 
 class PaintDc {
@@ -32,7 +31,7 @@ private:
 };
 
 void PaintGrid(HDC dc, const RECT& area) {
-    const int step = std::max(4, PixelsFromTwips(GridTwips));
+    const int step = std::max(4, PixelsFromTwips(DesignModel::Grid));
     const COLORREF color = GetSysColor(COLOR_BTNSHADOW);
     for (LONG y = area.top / step * step; y < area.bottom; y += step)
         for (LONG x = area.left / step * step; x < area.right; x += step) SetPixelV(dc, x, y, color);
@@ -40,43 +39,14 @@ void PaintGrid(HDC dc, const RECT& area) {
 
 }  // namespace
 
-/// Lies over the controls at design time. Shows nothing and hands every mouse and key message to the view.
-class ScreenView::Glass final : public WindowBase {
-public:
-    explicit Glass(HWND view) : m_view(view) {
-        Create({L"ScreenHostGlass", L"", WS_CHILD, WS_EX_TRANSPARENT, COLOR_BTNFACE, nullptr}, view);
-    }
-    void Cover() {
-        RECT client{};
-        GetClientRect(m_view, &client);
-        SetWindowPos(Handle(), HWND_TOP, 0, 0, client.right, client.bottom, SWP_SHOWWINDOW | SWP_NOACTIVATE);
-    }
-    void Lift() { ShowWindow(Handle(), SW_HIDE); }
-
-private:
-    LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override {
-        if ((message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || message == WM_KEYDOWN)
-            return SendMessageW(m_view, message, wParam, lParam);
-        if (message == WM_SETCURSOR) return SendMessageW(m_view, message, wParam, lParam);
-        if (message == WM_GETDLGCODE) return DLGC_WANTARROWS;
-        if (message == WM_ERASEBKGND) return TRUE;
-        return Default(message, wParam, lParam);
-    }
-
-    HWND m_view;
-};
-
 ScreenView::ScreenView(HWND parent, ScreenContext& context, ScreenFile file)
     : m_context(context), m_file(std::move(file)) {
     Create({L"ScreenHostView", L"", ViewStyle, WS_EX_CONTROLPARENT, COLOR_BTNFACE, nullptr}, parent);
     m_context.view = Handle();
     m_context.onLayout = [this] { OnLayout(); };
-    m_glass = std::make_unique<Glass>(Handle());
-    m_tool.emplace(
-        Handle(), [this](std::size_t i) { return m_controls.at(i)->PixelRect(); },
-        [this](std::size_t i, const RECT& place) { m_controls.at(i)->SetPixelRect(place); });
-    for (ScreenSection* section : m_file.Controls())
-        m_controls.push_back(std::make_unique<HostedControl>(m_context, *section));
+    m_design.emplace(*this);
+    m_design->StartDocument(m_file.Text());
+    MakeControls();
 }
 
 ScreenView::~ScreenView() {
@@ -85,14 +55,37 @@ ScreenView::~ScreenView() {
     m_context.onLayout = nullptr;
 }
 
+void ScreenView::MakeControls() {
+    m_controls.clear();
+    for (ScreenSection* section : m_file.Controls())
+        m_controls.push_back(std::make_unique<HostedControl>(m_context, *section));
+}
+
 void ScreenView::OpenControls() {
     for (const auto& control : m_controls) control->Open();
-    m_tool->Reset(m_context.userMode ? 0 : m_controls.size());
-    if (m_context.userMode)
-        m_glass->Lift();
-    else
-        m_glass->Cover();
+    FollowMode();
+    if (!m_context.userMode) m_design->Enter();
     OnLayout();
+}
+
+/// While the screen is laid out the Tab key must not wander into the controls.
+void ScreenView::FollowMode() {
+    const LONG_PTR extended = GetWindowLongPtrW(Handle(), GWL_EXSTYLE);
+    const LONG_PTR style = GetWindowLongPtrW(Handle(), GWL_STYLE);
+    const bool runs = m_context.userMode;
+    SetWindowLongPtrW(Handle(), GWL_EXSTYLE, runs ? extended | WS_EX_CONTROLPARENT : extended & ~WS_EX_CONTROLPARENT);
+    SetWindowLongPtrW(Handle(), GWL_STYLE, runs ? style & ~WS_TABSTOP : style | WS_TABSTOP);
+}
+
+void ScreenView::Load(ScreenFile file) {
+    m_design->Leave();
+    CloseControls();
+    m_controls.clear();
+    m_file = std::move(file);
+    m_design->StartDocument(m_file.Text());
+    MakeControls();
+    OpenControls();
+    InvalidateRect(Handle(), nullptr, TRUE);
 }
 
 void ScreenView::CloseControls() noexcept {
@@ -101,23 +94,18 @@ void ScreenView::CloseControls() noexcept {
 
 void ScreenView::SwitchMode(bool userMode) {
     if (userMode == m_context.userMode) return;
-    if (!m_context.userMode)
-        for (const auto& control : m_controls) control->Save();
+    m_design->Leave();
     CloseControls();
-    m_controls.clear();
     m_context.userMode = userMode;
-    for (ScreenSection* section : m_file.Controls())
-        m_controls.push_back(std::make_unique<HostedControl>(m_context, *section));
+    MakeControls();
     OpenControls();
 }
 
-std::string ScreenView::SavedText() {
-    // What happened at run time must not become the layout to which design mode returns.
-    ScreenFile copy = m_file;
-    ScreenFile& file = m_context.userMode ? copy : m_file;
-    for (const auto& control : m_controls)
-        if (ScreenSection* section = file.FindControl(control->Name())) control->SaveTo(*section);
-    return file.Text();
+std::string ScreenView::DocumentText() {
+    // What happens at run time must not become the layout to which design mode returns.
+    if (!m_context.userMode)
+        for (const auto& control : m_controls) control->Save();
+    return m_file.Text();
 }
 
 std::string ScreenView::Title() {
@@ -126,16 +114,107 @@ std::string ScreenView::Title() {
     return Utf8FromUtf16(std::get<std::u16string>(*title));
 }
 
-HostedControl& ScreenView::Find(const std::string& name) {
+HostedControl* ScreenView::TryFind(const std::string& name) {
     const auto found =
         std::ranges::find_if(m_controls, [&](const auto& control) { return EqualWithoutCase(control->Name(), name); });
-    if (found == m_controls.end()) throw TextError("there is no control named " + name);
-    return **found;
+    return found == m_controls.end() ? nullptr : found->get();
 }
 
-HostedControl* ScreenView::Selected() {
-    const auto selected = m_tool->Selected();
-    return selected && *selected < m_controls.size() ? m_controls[*selected].get() : nullptr;
+HostedControl& ScreenView::Find(const std::string& name) {
+    HostedControl* const found = TryFind(name);
+    if (!found) throw TextError("there is no control named " + name);
+    return *found;
+}
+
+HostedControl& ScreenView::OpenControl(ScreenSection& section) {
+    m_controls.push_back(std::make_unique<HostedControl>(m_context, section));
+    m_controls.back()->Open();
+    return *m_controls.back();
+}
+
+std::string ScreenView::Add(const std::string& progId, const std::string& stem, const Box& box) {
+    ScreenSection& section = m_file.AddControl(m_file.FreeName(stem));
+    const std::string name = section.Name();
+    section.Put("ProgID", *Utf16FromUtf8(progId));
+    section.Put("Left", box.left);
+    section.Put("Top", box.top);
+    if (box.width >= DesignModel::Smallest && box.height >= DesignModel::Smallest) {
+        section.Put("Width", box.width);
+        section.Put("Height", box.height);
+    }
+    const std::string failure = OpenControl(section).Failure();
+    if (!failure.empty()) {
+        m_controls.pop_back();
+        m_file.RemoveControl(name);
+        throw TextError(failure);
+    }
+    return name;
+}
+
+std::vector<std::string> ScreenView::AddCopies(ScreenFile& other, int shift) {
+    std::vector<std::string> names;
+    for (const ScreenSection* source : other.Controls()) {
+        std::string stem = source->Name();
+        while (!stem.empty() && stem.back() >= '0' && stem.back() <= '9') stem.pop_back();
+        if (stem.empty()) stem = source->Name();
+        ScreenSection& section = m_file.AddCopy(*source, m_file.FreeName(stem));
+        for (const char* key : {"Left", "Top"}) {
+            const ScreenValue* const value = section.Find(key);
+            if (value && std::holds_alternative<std::int32_t>(*value))
+                section.Put(key, std::clamp(std::get<std::int32_t>(*value), 0, LargestShifted) + shift);
+        }
+        OpenControl(section);
+        names.push_back(section.Name());
+    }
+    return names;
+}
+
+void ScreenView::Remove(const std::vector<std::string>& names) {
+    for (const std::string& name : names) {
+        std::erase_if(m_controls, [&](const auto& control) { return EqualWithoutCase(control->Name(), name); });
+        m_file.RemoveControl(name);
+    }
+    OnLayout();
+}
+
+std::string ScreenView::TextOf(const std::vector<std::string>& names) {
+    ScreenFile copy = ScreenFile::Parse({});
+    for (const auto& control : m_controls) {
+        if (std::ranges::find(names, control->Name()) == names.end()) continue;
+        control->Save();
+        copy.AddCopy(*m_file.FindControl(control->Name()), control->Name());
+    }
+    return copy.Text();
+}
+
+std::vector<std::string> ScreenView::Restore(const std::string& text) {
+    ScreenFile next = ScreenFile::Parse(text);
+    std::vector<std::unique_ptr<HostedControl>> controls;
+    std::vector<HostedControl*> anew;
+    for (ScreenSection* section : next.Controls()) {
+        const auto old = std::ranges::find_if(
+            m_controls, [&](const auto& control) { return control && control->Name() == section->Name(); });
+        const bool same = old != m_controls.end() && m_file.FindControl(section->Name())->Text() == section->Text();
+        if (same) {
+            controls.push_back(std::move(*old));
+            controls.back()->Rebind(*section);
+        } else {
+            controls.push_back(std::make_unique<HostedControl>(m_context, *section));
+            anew.push_back(controls.back().get());
+        }
+    }
+    // What is left of the old ones closes before the new ones open, with the sections that it knows.
+    std::erase(m_controls, nullptr);
+    m_controls.clear();
+    m_file = std::move(next);
+    m_controls = std::move(controls);
+    std::vector<std::string> names;
+    for (HostedControl* control : anew) {
+        control->Open();
+        names.push_back(control->Name());
+    }
+    OnLayout();
+    return names;
 }
 
 SIZE ScreenView::ContentSize() const {
@@ -151,6 +230,11 @@ SIZE ScreenView::ContentSize() const {
 
 void ScreenView::OnLayout() {
     InvalidateRect(Handle(), nullptr, TRUE);
+    if (!m_context.userMode) m_design->OnLayout();
+    if (m_design->Model().Dragging() == DesignModel::Drag::None) AfterDrag();
+}
+
+void ScreenView::AfterDrag() {
     SendMessageW(GetParent(Handle()), WM_COMMAND, MAKEWPARAM(GetDlgCtrlID(Handle()), 0),
                  reinterpret_cast<LPARAM>(Handle()));
 }
@@ -160,44 +244,15 @@ LRESULT ScreenView::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         Paint();
         return 0;
     }
-    if (message == WM_SIZE && m_glass && !m_context.userMode) m_glass->Cover();
-    if (!m_context.userMode && m_tool && OnDesignMessage(message, wParam, lParam)) return TRUE;
+    const bool designs = !m_context.userMode && m_design;
+    if (message == WM_SIZE && designs) m_design->OnLayout();
+    if (designs && m_design->OnMessage(message, wParam, lParam)) return TRUE;
     return Default(message, wParam, lParam);
-}
-
-bool ScreenView::OnDesignMessage(UINT message, WPARAM wParam, LPARAM lParam) {
-    const POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
-    switch (message) {
-        case WM_LBUTTONDOWN:
-            SetFocus(m_glass->Handle());
-            m_tool->OnButtonDown(point);
-            return true;
-        case WM_MOUSEMOVE:
-            m_tool->OnMouseMove(point);
-            return true;
-        case WM_LBUTTONUP:
-            m_tool->OnButtonUp();
-            return true;
-        case WM_KEYDOWN:
-            return m_tool->OnKey(wParam, GetKeyState(VK_SHIFT) < 0);
-        case WM_SETCURSOR: {
-            POINT at{};
-            GetCursorPos(&at);
-            ScreenToClient(Handle(), &at);
-            SetCursor(LoadCursorW(nullptr, m_tool->CursorAt(at)));
-            return true;
-        }
-        default:
-            return false;
-    }
 }
 
 void ScreenView::Paint() {
     const PaintDc dc(Handle());
-    if (!m_context.userMode) {
-        PaintGrid(dc.Get(), dc.Area());
-        if (m_tool) m_tool->Paint(dc.Get());
-    }
+    if (!m_context.userMode) PaintGrid(dc.Get(), dc.Area());
     for (const auto& control : m_controls)
         if (!control->IsOpen()) PaintFailure(dc.Get(), *control);
 }

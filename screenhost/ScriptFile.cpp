@@ -11,18 +11,19 @@ namespace screenhost {
 
 namespace {
 
-enum class Argument { None, Text, Milliseconds, Date, Time, Boolean, Value };
+enum class Argument { None, Text, Milliseconds, Twips, Date, Time, Boolean, Value };
 
 struct Grammar {
     Verb verb;
     std::string_view name;
-    std::array<Argument, 3> arguments;
+    std::array<Argument, 4> arguments;
     bool takesWithin;
     std::string_view help;
 };
 
 constexpr std::int32_t LongestWait = 600'000;  // milliseconds
 constexpr std::int32_t LongestWithin = 600;    // seconds
+constexpr std::int32_t MostTwips = 450'000;
 
 using enum Argument;
 
@@ -48,7 +49,22 @@ constexpr Grammar Grammars[] = {
     {Verb::Refresh, "refresh", {}, false, ""},
     {Verb::Design, "design", {}, false, ""},
     {Verb::RunMode, "run-mode", {}, false, ""},
+    {Verb::New, "new", {}, false, ""},
+    {Verb::Open, "open", {Text}, false, "FILE"},
     {Verb::Save, "save", {Text}, false, "FILE"},
+    {Verb::Choose, "choose", {Text}, false, "CLASS"},
+    {Verb::Draw, "draw", {Twips, Twips, Twips, Twips}, false, "LEFT TOP WIDTH HEIGHT"},
+    {Verb::Select, "select", {Text}, false, "NAME"},
+    {Verb::SelectAlso, "select-also", {Text}, false, "NAME"},
+    {Verb::Drag, "drag", {Text, Twips, Twips}, false, "NAME DX DY"},
+    {Verb::DragHandle, "drag-handle", {Text, Text, Twips, Twips}, false, "NAME N|NE|E|SE|S|SW|W|NW DX DY"},
+    {Verb::Tab, "tab", {Text}, false, "CAPTION"},
+    {Verb::TypeField, "type-field", {Text, Text}, false, "LABEL TEXT"},
+    {Verb::ChooseField, "choose-field", {Text, Text}, false, "LABEL TEXT"},
+    {Verb::ExpectField, "expect-field", {Text, Text}, true, "LABEL TEXT [within SECONDS]"},
+    {Verb::ExpectFrame, "expect-frame", {Boolean}, true, "True|False [within SECONDS]"},
+    {Verb::ExpectSelection, "expect-selection", {Text}, true, "NAMES [within SECONDS]"},
+    {Verb::ExpectTitle, "expect-title", {Text}, true, "TEXT [within SECONDS]"},
     {Verb::Screenshot, "screenshot", {Text}, false, "FILE"},
 };
 
@@ -88,10 +104,11 @@ TimeOfDay ParseTime(std::string_view text) {
     return {hour, minute, second};
 }
 
-std::int32_t ParseCount(std::string_view text, std::int32_t largest) {
+std::int32_t ParseBetween(std::string_view text, std::int32_t least, std::int32_t most) {
     const std::int32_t number = ParseInteger(text);
-    if (number < 0 || number > largest)
-        throw TextError(std::string(text) + " is not between 0 and " + std::to_string(largest));
+    if (number < least || number > most)
+        throw TextError(std::string(text) + " is not between " + std::to_string(least) + " and " +
+                        std::to_string(most));
     return number;
 }
 
@@ -102,7 +119,9 @@ ScriptArgument ReadScriptArgument(TextCursor& cursor, Argument kind) {
     const std::string text = cursor.ReadArgument();
     switch (kind) {
         case Milliseconds:
-            return ParseCount(text, LongestWait);
+            return ParseBetween(text, 0, LongestWait);
+        case Twips:
+            return ParseBetween(text, -MostTwips, MostTwips);
         case Date:
             return ParseDate(text);
         case Time:
@@ -120,7 +139,7 @@ void ReadWithin(TextCursor& cursor, const Grammar& grammar, ScriptStep& step) {
     if (!grammar.takesWithin || cursor.AtEnd()) return;
     if (cursor.ReadArgument() != "within") throw TextError("only \"within SECONDS\" may follow");
     cursor.SkipBlanks();
-    step.withinSeconds = ParseCount(cursor.ReadArgument(), LongestWithin);
+    step.withinSeconds = ParseBetween(cursor.ReadArgument(), 0, LongestWithin);
 }
 
 ScriptStep ReadStep(std::string_view text) {

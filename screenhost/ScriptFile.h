@@ -40,8 +40,23 @@ enum class Verb {
     Refresh,            //                          the device sends all values again
     Design,
     RunMode,
-    Save,        // FILE
-    Screenshot,  // FILE
+    New,
+    Open,             // FILE
+    Save,             // FILE
+    Choose,           // CLASS                    a row of the palette
+    Draw,             // LEFT TOP WIDTH HEIGHT    with the mouse, in twips; a click where there is no size
+    Select,           // NAME                     a click on the control
+    SelectAlso,       // NAME                     with the Ctrl key
+    Drag,             // NAME DX DY
+    DragHandle,       // NAME HANDLE DX DY        the handle is named like a point of the compass
+    Tab,              // TEXT                     a page of the property frame
+    TypeField,        // LABEL TEXT               into a field of the page
+    ChooseField,      // LABEL TEXT               an entry of a list on the page
+    ExpectField,      // LABEL TEXT
+    ExpectFrame,      // TRUE OR FALSE            whether a property frame is open
+    ExpectSelection,  // NAMES                    with blanks between them, the leading one last
+    ExpectTitle,      // TEXT                     the beginning of the main window's title
+    Screenshot,       // FILE
 };
 
 struct CivilDate {

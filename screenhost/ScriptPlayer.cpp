@@ -6,6 +6,7 @@
 #include "screenhost/LateBound.h"
 #include "screenhost/TextFile.h"
 #include "screenhost/WindowPicture.h"
+#include "screenhost/WindowSearch.h"
 
 namespace screenhost {
 
@@ -35,7 +36,12 @@ bool HasRunOn(const CivilDateTime& wanted, const CivilDateTime& found, double se
 }  // namespace
 
 ScriptPlayer::ScriptPlayer(ScreenContext& context, MainWindow& window, MessagePump& pump, Watchdog& watchdog)
-    : m_context(context), m_window(window), m_pump(pump), m_watchdog(watchdog), m_user(pump, window.Handle()) {}
+    : m_context(context),
+      m_window(window),
+      m_pump(pump),
+      m_watchdog(watchdog),
+      m_user(pump, window.Handle()),
+      m_designer(m_user, pump, window) {}
 
 ScriptPlayer::Action ScriptPlayer::ActionOf(Verb verb) {
     // In the order of the verbs.
@@ -61,7 +67,22 @@ ScriptPlayer::Action ScriptPlayer::ActionOf(Verb verb) {
         Do<&ScriptPlayer::Refresh>,
         Do<&ScriptPlayer::Design>,
         Do<&ScriptPlayer::RunMode>,
+        Do<&ScriptPlayer::New>,
+        Do<&ScriptPlayer::Open>,
         Do<&ScriptPlayer::Save>,
+        Do<&ScriptPlayer::Choose>,
+        Do<&ScriptPlayer::Draw>,
+        Do<&ScriptPlayer::Select>,
+        Do<&ScriptPlayer::SelectAlso>,
+        Do<&ScriptPlayer::Drag>,
+        Do<&ScriptPlayer::DragHandle>,
+        Do<&ScriptPlayer::Tab>,
+        Do<&ScriptPlayer::TypeField>,
+        Do<&ScriptPlayer::ChooseField>,
+        Do<&ScriptPlayer::ExpectField>,
+        Do<&ScriptPlayer::ExpectFrame>,
+        Do<&ScriptPlayer::ExpectSelection>,
+        Do<&ScriptPlayer::ExpectTitle>,
         Do<&ScriptPlayer::Screenshot>,
     };
     static_assert(std::size(Actions) == static_cast<std::size_t>(Verb::Screenshot) + 1);
@@ -198,7 +219,10 @@ void ScriptPlayer::TypeTime(const ScriptStep& step) {
 }
 
 void ScriptPlayer::Press(const ScriptStep& step) {
-    m_user.ClickButton(step.Text(0));
+    if (m_window.Frame())
+        m_designer.PressInFrame(step.Text(0));
+    else
+        m_user.ClickButton(step.Text(0));
 }
 
 void ScriptPlayer::Key(const ScriptStep& step) {
@@ -207,6 +231,7 @@ void ScriptPlayer::Key(const ScriptStep& step) {
 
 void ScriptPlayer::Set(const ScriptStep& step) {
     PutMember(m_window.View().Find(step.Text(0)).Members(), step.Text(1), step.Value(2));
+    m_window.View().Design().Commit("Set " + step.Text(1));
     m_pump.Settle();
 }
 
@@ -237,13 +262,93 @@ void ScriptPlayer::RunMode(const ScriptStep&) {
     m_pump.Settle();
 }
 
+void ScriptPlayer::New(const ScriptStep&) {
+    m_window.NewFile();
+    m_pump.Settle();
+}
+
+void ScriptPlayer::Open(const ScriptStep& step) {
+    m_window.OpenFile(step.Text(0));
+    m_pump.Settle();
+}
+
 void ScriptPlayer::Save(const ScriptStep& step) {
     m_window.Save(step.Text(0));
 }
 
+void ScriptPlayer::Choose(const ScriptStep& step) {
+    m_designer.Choose(step.Text(0));
+}
+
+void ScriptPlayer::Draw(const ScriptStep& step) {
+    m_designer.Draw({step.Number(0), step.Number(1), step.Number(2), step.Number(3)});
+}
+
+void ScriptPlayer::Select(const ScriptStep& step) {
+    m_designer.Select(step.Text(0), false);
+}
+
+void ScriptPlayer::SelectAlso(const ScriptStep& step) {
+    m_designer.Select(step.Text(0), true);
+}
+
+void ScriptPlayer::Drag(const ScriptStep& step) {
+    m_designer.Drag(step.Text(0), step.Number(1), step.Number(2));
+}
+
+void ScriptPlayer::DragHandle(const ScriptStep& step) {
+    m_designer.DragHandle(step.Text(0), step.Text(1), step.Number(2), step.Number(3));
+}
+
+void ScriptPlayer::Tab(const ScriptStep& step) {
+    m_designer.TurnToPage(step.Text(0));
+}
+
+void ScriptPlayer::TypeField(const ScriptStep& step) {
+    m_designer.TypeField(step.Text(0), step.Text(1));
+}
+
+void ScriptPlayer::ChooseField(const ScriptStep& step) {
+    m_designer.ChooseField(step.Text(0), step.Text(1));
+}
+
+void ScriptPlayer::ExpectField(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const std::string text = m_designer.FieldText(step.Text(0));
+        found = step.Text(0) + " shows \"" + text + "\"";
+        return text == step.Text(1);
+    });
+}
+
+void ScriptPlayer::ExpectFrame(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        found = m_window.Frame() ? "a property frame is open" : "no property frame is open";
+        return std::get<bool>(step.Value(0)) == (m_window.Frame() != nullptr);
+    });
+}
+
+void ScriptPlayer::ExpectSelection(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        std::string names;
+        for (const std::string& name : m_window.View().Design().Model().Selected())
+            names += (names.empty() ? "" : " ") + name;
+        found = names.empty() ? "nothing is selected" : "selected: " + names;
+        return names == step.Text(0);
+    });
+}
+
+void ScriptPlayer::ExpectTitle(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const std::string title = CaptionOf(m_window.Handle());
+        found = "the title is \"" + title + "\"";
+        return title.starts_with(step.Text(0));
+    });
+}
+
 void ScriptPlayer::Screenshot(const ScriptStep& step) {
     m_pump.Settle();
-    SaveWindowPicture(m_window.Handle(), step.Text(0));
+    const PropertyFrame* const frame = m_window.Frame();
+    SaveWindowPicture(frame ? frame->Handle() : m_window.Handle(), step.Text(0));
 }
 
 }  // namespace screenhost

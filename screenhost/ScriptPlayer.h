@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 
+#include "screenhost/DesignActions.h"
 #include "screenhost/MainWindow.h"
 #include "screenhost/MessagePump.h"
 #include "screenhost/ScriptFile.h"
@@ -54,7 +55,22 @@ private:
     void Refresh(const ScriptStep& step);
     void Design(const ScriptStep& step);
     void RunMode(const ScriptStep& step);
+    void New(const ScriptStep& step);
+    void Open(const ScriptStep& step);
     void Save(const ScriptStep& step);
+    void Choose(const ScriptStep& step);
+    void Draw(const ScriptStep& step);
+    void Select(const ScriptStep& step);
+    void SelectAlso(const ScriptStep& step);
+    void Drag(const ScriptStep& step);
+    void DragHandle(const ScriptStep& step);
+    void Tab(const ScriptStep& step);
+    void TypeField(const ScriptStep& step);
+    void ChooseField(const ScriptStep& step);
+    void ExpectField(const ScriptStep& step);
+    void ExpectFrame(const ScriptStep& step);
+    void ExpectSelection(const ScriptStep& step);
+    void ExpectTitle(const ScriptStep& step);
     void Screenshot(const ScriptStep& step);
 
     ScreenContext& m_context;
@@ -62,6 +78,7 @@ private:
     MessagePump& m_pump;
     Watchdog& m_watchdog;
     UserActions m_user;
+    DesignActions m_designer;
     std::size_t m_logPlace = 0;  ///< where expect-log goes on looking
 };
 

@@ -89,8 +89,8 @@ CLSID ClassIdOf(ITypeInfo& type) {
 
 }  // namespace
 
-ServerLibrary::ServerLibrary(const std::string& file) {
-    const std::wstring path = FullPath(file);
+ServerLibrary::ServerLibrary(const std::string& file) : m_file(FullPath(file)) {
+    const std::wstring& path = m_file;
     m_module.Reset(LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH));
     if (!m_module) throw TextError(file + ": cannot be loaded: " + ErrorText(comkit::LastErrorResult()));
     if (FindExport<InstallFunction>(m_module.Get(), "DllInstall")) {
@@ -108,6 +108,15 @@ ServerLibrary::ServerLibrary(const std::string& file) {
 ServerLibrary::~ServerLibrary() {
     for (const DWORD cookie : m_announced) CoRevokeClassObject(cookie);
     if (m_bUnregister && m_module) Register(false);
+}
+
+comkit::ComPtr<IUnknown> ServerLibrary::Create(REFCLSID clsid) const {
+    comkit::ComPtr<IUnknown> object;
+    comkit::ComPtr<IClassFactory> factory;
+    const auto getClassObject = FindExport<GetClassObjectFunction>(m_module.Get(), "DllGetClassObject");
+    if (!getClassObject || FAILED(getClassObject(clsid, __uuidof(IClassFactory), factory.PutVoid()))) return object;
+    comkit::ThrowIfFailed(factory->CreateInstance(nullptr, __uuidof(IUnknown), object.PutVoid()));
+    return object;
 }
 
 HRESULT ServerLibrary::Register(bool add) const noexcept {

@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "comkit/ComPtr.h"
 #include "comkit/Handle.h"
 
 namespace screenhost {
@@ -29,11 +30,17 @@ public:
     /// Classes by ProgID ("Library.Class") that only this process knows.
     const std::map<std::string, CLSID>& Classes() const noexcept { return m_classes; }
 
+    const std::wstring& File() const noexcept { return m_file; }
+    /// An object of a class that need not be registered, such as a property page; null where the library has no such
+    /// class. Throws comkit::ComError.
+    comkit::ComPtr<IUnknown> Create(REFCLSID clsid) const;
+
 private:
     HRESULT Register(bool add) const noexcept;
     void AnnounceClasses(const std::wstring& path);
     void Announce(ITypeInfo& type, const std::string& library);
 
+    std::wstring m_file;
     comkit::UniqueModule m_module;
     std::map<std::string, CLSID> m_classes;
     std::vector<DWORD> m_announced;

@@ -11,6 +11,7 @@
 
 #include "screenhost/Units.h"
 #include "screenhost/WideText.h"
+#include "screenhost/WindowSearch.h"
 
 namespace screenhost {
 
@@ -19,84 +20,6 @@ namespace {
 constexpr int MostMonths = 12 * 300;
 constexpr int CalendarScanStep = 3;  // pixels; less than any arrow or day
 constexpr std::chrono::milliseconds ReactionTime{1500};
-
-std::string CaptionOf(HWND window) {
-    std::array<wchar_t, 256> text{};
-    const int length = GetWindowTextW(window, text.data(), static_cast<int>(text.size()));
-    std::string caption = Narrow(std::wstring_view(text.data(), static_cast<std::size_t>(length)));
-    std::erase(caption, '&');
-    return caption;
-}
-
-std::wstring ClassOf(HWND window) {
-    std::array<wchar_t, 64> name{};
-    GetClassNameW(window, name.data(), static_cast<int>(name.size()));
-    return name.data();
-}
-
-std::string DescribeWindow(HWND window) {
-    const std::string caption = CaptionOf(window);
-    return caption.empty() ? Narrow(ClassOf(window)) : "\"" + caption + "\"";
-}
-
-BOOL CALLBACK AddToList(HWND window, LPARAM list) {
-    reinterpret_cast<std::vector<HWND>*>(list)->push_back(window);
-    return TRUE;
-}
-
-std::vector<HWND> Descendants(HWND root) {
-    std::vector<HWND> result;
-    EnumChildWindows(root, &AddToList, reinterpret_cast<LPARAM>(&result));
-    std::erase_if(result, [](HWND window) { return !IsWindowVisible(window); });
-    return result;
-}
-
-HWND ChildOfClass(HWND root, const wchar_t* className) {
-    for (HWND window : Descendants(root))
-        if (lstrcmpiW(ClassOf(window).c_str(), className) == 0) return window;
-    throw TextError("there is no visible " + Narrow(std::wstring_view(className)));
-}
-
-HWND FindCaption(const std::vector<HWND>& windows, std::string caption) {
-    std::erase(caption, '&');
-    HWND partial = nullptr;
-    int partialCount = 0;
-    std::string seen;
-    for (HWND window : windows) {
-        const std::string found = CaptionOf(window);
-        if (found.empty()) continue;
-        if (EqualWithoutCase(found, caption)) return window;
-        if (found.size() > caption.size() && EqualWithoutCase(found.substr(0, caption.size()), caption)) {
-            partial = window;
-            ++partialCount;
-        }
-        seen += (seen.empty() ? "\"" : ", \"") + found + "\"";
-    }
-    if (partialCount == 1) return partial;
-    throw TextError((partialCount ? "more than one window starts with \"" : "there is no window \"") + caption +
-                    "\" among " + (seen.empty() ? "none" : seen));
-}
-
-/// The window that the mouse would meet at a point of the screen.
-HWND WindowAt(HWND window, POINT screen) {
-    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-        RECT place{};
-        GetWindowRect(child, &place);
-        if (!IsWindowVisible(child) || !PtInRect(&place, screen)) continue;
-        // A disabled window is met, but not asked: it may be asleep.
-        if (!IsWindowEnabled(child)) return child;
-        if (SendMessageW(child, WM_NCHITTEST, 0, MAKELPARAM(screen.x, screen.y)) == HTTRANSPARENT) continue;
-        return WindowAt(child, screen);
-    }
-    return window;
-}
-
-/// Also false where a window round it is disabled.
-bool IsReallyEnabled(HWND window) {
-    for (; window; window = GetAncestor(window, GA_PARENT))
-        if (!IsWindowEnabled(window)) return false;
-    return true;
-}
 
 struct Hit {
     UINT what = 0;
@@ -144,7 +67,7 @@ constexpr NamedKey NamedKeys[] = {
     {"Tab", VK_TAB},      {"Enter", VK_RETURN},  {"Escape", VK_ESCAPE}, {"Space", VK_SPACE},    {"Left", VK_LEFT},
     {"Right", VK_RIGHT},  {"Up", VK_UP},         {"Down", VK_DOWN},     {"Home", VK_HOME},      {"End", VK_END},
     {"PageUp", VK_PRIOR}, {"PageDown", VK_NEXT}, {"Delete", VK_DELETE}, {"Backspace", VK_BACK}, {"F5", VK_F5},
-    {"F7", VK_F7},        {"F8", VK_F8},
+    {"F1", VK_F1},        {"F4", VK_F4},         {"F6", VK_F6},         {"F7", VK_F7},          {"F8", VK_F8},
 };
 
 /// The state of a key that is held down for a while, as the thread sees it.
@@ -188,31 +111,46 @@ void UserActions::WaitOutDoubleClick(HWND window, POINT point) {
     m_lastClick = steady_clock::now();
 }
 
-void UserActions::Click(HWND window, POINT point) {
+/// The window that a press at the point would really meet, or the reason why not.
+void UserActions::PrepareClick(HWND window, POINT screen) const {
     if (!IsReallyEnabled(window)) throw TextError(DescribeWindow(window) + " is disabled");
-    POINT screen = point;
-    ClientToScreen(window, &screen);
-    const HWND met = WindowAt(m_main, screen);
+    const HWND met = WindowAt(GetAncestor(window, GA_ROOT), screen);
     if (met != window) throw TextError(DescribeWindow(window) + " is covered by " + DescribeWindow(met));
     // What the system itself sends before the button's message.
     const LPARAM how = MAKELPARAM(HTCLIENT, WM_LBUTTONDOWN);
     SendMessageW(window, WM_MOUSEACTIVATE, reinterpret_cast<WPARAM>(m_main), how);
     SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), how);
-    const LPARAM at = MAKELPARAM(point.x, point.y);
-    PostMessageW(window, WM_MOUSEMOVE, 0, at);
-    PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON, at);
+}
+
+void UserActions::Click(HWND window, POINT point, WPARAM keys) {
+    Drag(window, point, point, keys);
+}
+
+void UserActions::Drag(HWND window, POINT from, POINT to, WPARAM keys) {
+    POINT screen = from;
+    ClientToScreen(window, &screen);
+    PrepareClick(window, screen);
+    const LPARAM at = MAKELPARAM(from.x, from.y);
+    PostMessageW(window, WM_MOUSEMOVE, keys, at);
+    PostMessageW(window, WM_LBUTTONDOWN, MK_LBUTTON | keys, at);
     m_pump.RunFor(std::chrono::milliseconds(30));
-    // The button's release goes to whoever has captured the mouse.
-    const HWND capture = GetCapture();
-    const HWND receiver = capture ? capture : window;
-    POINT release = screen;
-    ScreenToClient(receiver, &release);
-    PostMessageW(receiver, WM_LBUTTONUP, 0, MAKELPARAM(release.x, release.y));
+    // What follows goes to whoever has captured the mouse.
+    const auto post = [window](UINT message, WPARAM buttons, POINT point) {
+        const HWND receiver = GetCapture() ? GetCapture() : window;
+        MapWindowPoints(window, receiver, &point, 1);
+        PostMessageW(receiver, message, buttons, MAKELPARAM(point.x, point.y));
+    };
+    if (from.x != to.x || from.y != to.y) {
+        post(WM_MOUSEMOVE, MK_LBUTTON | keys, {(from.x + to.x) / 2, (from.y + to.y) / 2});
+        post(WM_MOUSEMOVE, MK_LBUTTON | keys, to);
+        m_pump.RunFor(std::chrono::milliseconds(0));
+    }
+    post(WM_LBUTTONUP, keys, to);
     m_pump.Settle();
 }
 
 void UserActions::ClickCaption(HWND root, const std::string& caption) {
-    ClickAtText(FindCaption(Descendants(root), caption));
+    ClickText(FindCaption(Descendants(root), caption));
 }
 
 void UserActions::ClickButton(const std::string& caption) {
@@ -220,10 +158,10 @@ void UserActions::ClickButton(const std::string& caption) {
     std::erase_if(own, [this](HWND window) {
         return GetAncestor(window, GA_PARENT) != m_main || lstrcmpiW(ClassOf(window).c_str(), WC_BUTTONW) != 0;
     });
-    ClickAtText(FindCaption(own, caption));
+    ClickText(FindCaption(own, caption));
 }
 
-void UserActions::ClickAtText(HWND window) {
+void UserActions::ClickText(HWND window) {
     RECT client{};
     GetClientRect(window, &client);
     // Near the left edge: a check box may be much wider than its text.

@@ -29,14 +29,19 @@ public:
     void PickDay(HWND root, const CivilDate& date);
     /// Types into a time field, part by part.
     void TypeTime(HWND root, const TimeOfDay& time);
+    /// Presses the left button and lets it go where it was, or elsewhere. keys: MK_CONTROL, MK_SHIFT.
+    void Click(HWND window, POINT point, WPARAM keys = 0);
+    void Drag(HWND window, POINT from, POINT to, WPARAM keys = 0);
+    /// At the beginning of a window's text.
+    void ClickText(HWND window);
+    /// A key, to the window that has the focus.
+    void Tap(WPARAM key);
     /// A character, or a name such as "Tab", "Shift+Tab", "Left", "Alt+U".
     void PressKey(const std::string& key);
 
 private:
-    void ClickAtText(HWND window);
-    void Click(HWND window, POINT point);
+    void PrepareClick(HWND window, POINT screen) const;
     void WaitOutDoubleClick(HWND window, POINT point);
-    void Tap(WPARAM key);
     void TurnToMonth(HWND calendar, const CivilDate& date);
     void ChooseTimePart(HWND field, int part);
 

@@ -22,6 +22,7 @@ void WindowBase::Destroy() noexcept {
 void WindowBase::Create(const Style& style, HWND parent) {
     WNDCLASSEXW definition{};
     definition.cbSize = sizeof(definition);
+    definition.style = CS_DBLCLKS;
     definition.lpfnWndProc = &WindowBase::Procedure;
     definition.hInstance = GetModuleHandleW(nullptr);
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);

@@ -23,7 +23,7 @@ constexpr int Slack = 45;
 using Names = std::vector<std::string>;
 using Items = std::vector<DesignItem>;
 
-/// A and B side by side, C over the right half of B.
+/// A and B side by side, the right half of B over C.
 DesignModel ThreeControls() {
     DesignModel model(HandleSide, Slack);
     model.SetItems({{"A", {240, 240, 1200, 600}}, {"B", {2400, 240, 1200, 600}}, {"C", {3000, 240, 1200, 600}}});
@@ -43,13 +43,13 @@ void Click(DesignModel& model, Spot spot, bool extend = false) {
 TEST(DesignModel, AClickChoosesTheTopmostControlAndExtendingAddsOrTakesAway) {
     DesignModel model = ThreeControls();
     Click(model, {3100, 300});
-    EXPECT_EQ(model.Selected(), Names{"C"});
+    EXPECT_EQ(model.Selected(), Names{"B"});
     Click(model, {300, 300}, true);
-    EXPECT_EQ(model.Selected(), (Names{"C", "A"}));
+    EXPECT_EQ(model.Selected(), (Names{"B", "A"}));
     EXPECT_EQ(model.Leading()->name, "A") << "the last one leads";
     Click(model, {3100, 300}, true);
     EXPECT_EQ(model.Selected(), Names{"A"});
-    Click(model, {2500, 300}, true);
+    Click(model, {4000, 300}, true);
     Click(model, {300, 300});
     EXPECT_EQ(model.Selected(), Names{"A"}) << "a click on one of several leaves it alone";
     Click(model, {9000, 9000});
@@ -218,6 +218,19 @@ TEST(DocumentHistory, KnowsWhatWasSavedWhicheverWayItIsReached) {
     history.Undo();
     EXPECT_TRUE(history.IsChanged());
     history.Redo();
+    EXPECT_FALSE(history.IsChanged());
+}
+
+TEST(DocumentHistory, AnotherSpellingIsNoChange) {
+    DocumentHistory history;
+    history.Reset("x=1");
+    history.Settle("x = 1");
+    EXPECT_FALSE(history.IsChanged());
+    EXPECT_FALSE(history.CanUndo());
+    history.Commit("x = 2", "two");
+    history.Settle("x  =  2");
+    EXPECT_TRUE(history.IsChanged());
+    EXPECT_EQ(history.Undo(), "x = 1");
     EXPECT_FALSE(history.IsChanged());
 }
 
