@@ -1,7 +1,7 @@
 #include "ControlFixture.h"
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 
 namespace component {
 
@@ -26,7 +26,7 @@ BOOL CALLBACK LookAtWindow(HWND window, LPARAM param) {
 
 }  // namespace
 
-CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, std::vector<comkit::Variant> args) {
+CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, const std::vector<comkit::Variant>& args) {
     CallResult result;
     DISPID id = DISPID_UNKNOWN;
     std::wstring copy(name);
@@ -35,7 +35,8 @@ CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, std::vecto
     if (FAILED(result.hr)) return result;
     std::vector<VARIANT> list;
     list.reserve(args.size());
-    for (const comkit::Variant& arg : std::views::reverse(args)) list.push_back(arg.Get());
+    std::transform(args.rbegin(), args.rend(), std::back_inserter(list),
+                   [](const comkit::Variant& arg) -> VARIANT { return arg.Get(); });
     DISPPARAMS params{list.data(), nullptr, static_cast<UINT>(list.size()), 0};
     DISPID put = DISPID_PROPERTYPUT;
     const bool isPut = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;

@@ -25,7 +25,7 @@ struct CallResult {
 };
 
 /// Calls a member by name; args in the order in which they are written.
-CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, std::vector<comkit::Variant> args = {});
+CallResult Invoke(IDispatch& object, const wchar_t* name, WORD flags, const std::vector<comkit::Variant>& args = {});
 
 /// A member's value as text, as a script would print it.
 std::wstring Text(const VARIANT& value);

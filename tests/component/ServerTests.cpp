@@ -74,7 +74,7 @@ void Export(HKEY root, const std::wstring& path, std::wstring& out) {
         keys.emplace_back(name, nameLength);
     }
     std::sort(keys.begin(), keys.end());
-    for (const auto& sub : keys) Export(root, path + L"\\" + sub, out);
+    for (const auto& sub : keys) Export(root, std::wstring(path).append(L"\\").append(sub), out);
 }
 
 constexpr const wchar_t* ClassesPath = L"Software\\Classes";

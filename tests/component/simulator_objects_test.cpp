@@ -146,7 +146,10 @@ TEST_F(SimulatorObjects, EnumerationWalksTheElementsInOrderAndOutlivesTheHiddenC
         Variant element;
         element.Get() = fetched[static_cast<std::size_t>(index)];
         const auto definition = ObjectIn(Call(*ObjectIn(Call(*ObjectIn(element), L"DataElement")), L"DataDefinition"));
-        Variant lmObject, dataType, name, path;
+        Variant lmObject;
+        Variant dataType;
+        Variant name;
+        Variant path;
         std::array<VARIANT, 4> arguments{};
         Variant* const targets[] = {&lmObject, &dataType, &name, &path};
         for (std::size_t i = 0; i < 4; ++i) {

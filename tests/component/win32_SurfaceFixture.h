@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <map>
 #include <memory>
@@ -128,7 +129,7 @@ protected:
     RECT PixelSize() const {
         const Rect size = parts->surface.Bounds();
         const double scale = parts->surface.Dpi() / 1440.0;
-        return {0, 0, static_cast<LONG>(size.width * scale + 0.5), static_cast<LONG>(size.height * scale + 0.5)};
+        return {0, 0, std::lround(size.width * scale), std::lround(size.height * scale)};
     }
     void Activate() {
         parts->surface.Activate(host, PixelSize());

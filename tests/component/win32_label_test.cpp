@@ -244,7 +244,7 @@ TEST_F(LabelTest, OnlyWhatReallyChangesIsPaintedAgain) {
     EXPECT_TRUE(value->SetCaption(u"12:34:57"));
     ASSERT_EQ(log.outdated.size(), 1u);
     const RECT expected{90, 5, 180, 30};
-    EXPECT_TRUE(EqualRect(&log.outdated[0], &expected));
+    EXPECT_TRUE(EqualRect(log.outdated.data(), &expected));
     value->SetVisible(false);
     log.outdated.clear();
     value->SetCaption(u"hidden");

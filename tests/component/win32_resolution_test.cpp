@@ -38,11 +38,13 @@ std::vector<Look> AllLooks() {
     // A control without a calendar is no wider than its time field: there the container gives the captions their room.
     constexpr Twips RoomForCaptions = 6600;
     std::vector<Look> all;
-    for (const int dpi : {96, 120, 144, 192, 288})
-        for (const std::int64_t size : {82500, 120000})
+    for (const int dpi : {96, 120, 144, 192, 288}) {
+        for (const std::int64_t size : {82500, 120000}) {
             for (const std::int32_t mode : {0, 1, 2})
                 for (const bool full : {false, true})
                     all.push_back({dpi, mode, full, full, full, size, full || mode == 2 ? RoomForCaptions : 0});
+        }
+    }
     return all;
 }
 

@@ -4,6 +4,8 @@
 #include <commctrl.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "platform/HostError.h"
 #include "win32/OleFont.h"
 #include "win32_SurfaceFixture.h"
@@ -154,7 +156,7 @@ TEST_F(StateTest, TheCalendarIsAsLargeAsItsFontNeeds) {
     parts->calendar->SetFont(nullptr);
     EXPECT_EQ(parts->calendar->Bounds().height, small.height);
     EXPECT_EQ(PlaceOf(CalendarWindow()).right - PlaceOf(CalendarWindow()).left,
-              static_cast<LONG>(small.width / parts->surface.TwipsPerPixel() + 0.5));
+              std::lround(small.width / parts->surface.TwipsPerPixel()));
 }
 
 TEST_F(StateTest, AFontChangedInPlaceShowsWhenItIsGivenAgain) {
