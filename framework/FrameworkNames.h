@@ -33,6 +33,10 @@ inline constexpr const wchar_t* CreateKey = L"CreateKey";
 inline constexpr const wchar_t* QueryValue = L"QueryValue";
 inline constexpr const wchar_t* SetValue = L"SetValue";
 inline constexpr const wchar_t* CloseKey = L"CloseKey";
+// Services.
+inline constexpr const wchar_t* SelectAllText = L"SelectAllText";
+inline constexpr const wchar_t* FilterNumericKey = L"FilterNumericKey";
+inline constexpr const wchar_t* FormatVersion = L"FormatVersion";
 }  // namespace Member
 
 namespace EventId {

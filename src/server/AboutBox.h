@@ -1,13 +1,14 @@
-// The about box of a control.
+// The about box of a control: a modal dialog.
 #pragma once
 
 #include <windows.h>
 
-#include <cstdint>
+#include "pages/PageDescription.h"
 
 namespace kiv::server {
 
-/// Texts are those of the string table. Returns when the user has closed the box; parent may be null.
-void ShowAboutBox(HWND parent, std::int16_t title, std::int16_t purpose);
+/// Returns when the user has closed the box. The box belongs to the window that parent lies in; null: to the calling
+/// thread's active window, if it has one. control: Set or Show. Throws where the box cannot be shown.
+void ShowAboutBox(HWND parent, ControlKind control);
 
 }  // namespace kiv::server

@@ -12,8 +12,10 @@
 #include "comkit/Dispatch.h"
 #include "comkit/Errors.h"
 #include "comkit/Variant.h"
+#include "pages/Pages.h"
 #include "server/Boundary.h"
 #include "server/Module.h"
+#include "server/PageClasses.h"
 #include "server/PropertyType.h"
 #include "server/TaskMemory.h"
 
@@ -34,6 +36,13 @@ LONG CurrentNumber(IUnknown& object, DISPID property) {
     comkit::Variant number;
     comkit::ThrowIfFailed(number.ConvertFrom(value.Get(), VT_I4));
     return number.Get().lVal;
+}
+
+std::u16string MemberName(ITypeInfo& type, DISPID member) {
+    comkit::Bstr name;
+    UINT count = 0;
+    comkit::ThrowIfFailed(type.GetNames(member, name.Put(), 1, &count));
+    return std::u16string(name.View());
 }
 
 /// The system's page for a kind of value; CLSID_NULL where it has none.
@@ -73,7 +82,9 @@ HRESULT BrowsePart::MapPropertyToPage(DISPID property, CLSID* out) {
     if (!out) return E_POINTER;
     *out = CLSID_NULL;
     return AtBoundary([&] {
-        *out = StockPage(TypeOfProperty(*Module::TypeInfo(m_class.dualInterface), property).kind);
+        const auto type = Module::TypeInfo(m_class.dualInterface);
+        const Kind kind = TypeOfProperty(*type, property).kind;
+        *out = PageClassOfProperty(m_class.kind, MemberName(*type, property)).value_or(StockPage(kind));
         return IsEqualCLSID(*out, CLSID_NULL) ? PERPROP_E_NOPAGEAVAILABLE : S_OK;
     });
 }
@@ -116,6 +127,7 @@ HRESULT BrowsePart::GetPages(CAUUID* out) {
     *out = {};
     return AtBoundary([&] {
         std::vector<CLSID> pages;
+        for (const PageId page : PagesOf(m_class.kind)) pages.push_back(ClassOf(page).clsid);
         for (const Kind kind : KindsOfProperties(*Module::TypeInfo(m_class.dualInterface)))
             if (const CLSID page = StockPage(kind); !IsEqualCLSID(page, CLSID_NULL)) pages.push_back(page);
         TaskArray<GUID> list(pages.size());

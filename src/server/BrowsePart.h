@@ -1,7 +1,7 @@
 // IPerPropertyBrowsing and ISpecifyPropertyPages: what a designer's property list shows and which pages it opens.
 //
-// Enumerations are shown as the type library names their values ("1 - sdtSetDateOnly"); colours and the font have the
-// system's stock pages.
+// Enumerations are shown as the type library names their values ("1 - sdtSetDateOnly"). The control's own pages come
+// first; colours and the font have the system's stock pages.
 #pragma once
 
 #include <ocidl.h>

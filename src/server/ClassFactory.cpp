@@ -1,7 +1,6 @@
 #include "server/ClassFactory.h"
 
 #include "server/Boundary.h"
-#include "server/ControlObject.h"
 
 namespace kiv::server {
 
@@ -9,7 +8,7 @@ HRESULT ClassFactory::CreateInstance(IUnknown* outer, REFIID iid, void** out) {
     if (!out) return E_POINTER;
     *out = nullptr;
     if (outer) return CLASS_E_NOAGGREGATION;
-    return AtBoundary([&] { return comkit::MakeObject<ControlObject>(m_class)->QueryInterface(iid, out); });
+    return AtBoundary([&] { return m_make()->QueryInterface(iid, out); });
 }
 
 HRESULT ClassFactory::LockServer(BOOL lock) {

@@ -1,23 +1,29 @@
-// Class factory of one control class.
+// Class factory of a control class, or of a class of property pages.
 #pragma once
 
 #include <unknwn.h>
 
+#include <functional>
+#include <utility>
+
 #include "comkit/ComObject.h"
-#include "server/ControlCore.h"
+#include "comkit/ComPtr.h"
 
 namespace kiv::server {
 
 class ClassFactory final : public comkit::ComObject<ClassFactory, IClassFactory> {
 public:
-    explicit ClassFactory(const ControlClass& controlClass) noexcept : m_class(controlClass) {}
+    /// Makes one object; may throw.
+    using Maker = std::function<comkit::ComPtr<IUnknown>()>;
+
+    explicit ClassFactory(Maker make) noexcept : m_make(std::move(make)) {}
 
     /// Aggregation is refused: CLASS_E_NOAGGREGATION.
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown* outer, REFIID iid, void** out) override;
     HRESULT STDMETHODCALLTYPE LockServer(BOOL lock) override;
 
 private:
-    const ControlClass& m_class;
+    Maker m_make;
 };
 
 }  // namespace kiv::server

@@ -8,6 +8,7 @@
 #include <memory>
 #include <string_view>
 
+#include "pages/PageDescription.h"
 #include "platform/Container.h"
 #include "platform/PropertyBag.h"
 #include "win32/HostedSurface.h"
@@ -70,6 +71,7 @@ struct ControlClass {
     const wchar_t* userType;  ///< for menus and lists
     DWORD miscStatus;
     UINT toolboxBitmap;  ///< resource number
+    ControlKind kind;    ///< which property pages are for it
     std::unique_ptr<ControlCore> (*createCore)(ControlHost& host);
 };
 

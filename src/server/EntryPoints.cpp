@@ -4,9 +4,9 @@
 
 #include <string_view>
 
+#include "comkit/ComObject.h"
 #include "server/Boundary.h"
 #include "server/Classes.h"
-#include "server/ClassFactory.h"
 #include "server/Module.h"
 #include "server/RegistryEntries.h"
 
@@ -37,11 +37,10 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processE
 STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, LPVOID* out) {
     if (!out) return E_POINTER;
     *out = nullptr;
-    for (const ControlClass* controlClass : Classes()) {
-        if (!IsEqualCLSID(clsid, controlClass->clsid)) continue;
-        return AtBoundary([&] { return comkit::MakeObject<ClassFactory>(*controlClass)->QueryInterface(iid, out); });
-    }
-    return CLASS_E_CLASSNOTAVAILABLE;
+    return AtBoundary([&] {
+        const auto factory = FactoryOf(clsid);
+        return factory ? factory->QueryInterface(iid, out) : CLASS_E_CLASSNOTAVAILABLE;
+    });
 }
 
 STDAPI DllCanUnloadNow() {

@@ -6,6 +6,7 @@
 #include <oleauto.h>
 
 #include "server/Classes.h"
+#include "server/PageClasses.h"
 
 namespace kiv::server {
 
@@ -45,16 +46,20 @@ private:
     std::vector<comkit::RegistryEntry> m_entries;
 };
 
-std::wstring ClassKey(const ControlClass& controlClass) {
-    return L"CLSID\\" + comkit::GuidText(controlClass.clsid);
+std::wstring ClassKey(REFCLSID clsid) {
+    return L"CLSID\\" + comkit::GuidText(clsid);
+}
+
+void AddServer(EntryList& list, const std::wstring& classKey, const std::wstring& file) {
+    list.Add(classKey + L"\\InprocServer32", file);
+    list.AddValue(classKey + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
 }
 
 void AddClass(EntryList& list, const ControlClass& c, const std::wstring& file) {
-    const std::wstring key = ClassKey(c);
+    const std::wstring key = ClassKey(c.clsid);
     const std::wstring progId = std::wstring(L"KivDateTime.") + c.name;
     list.Add(key, c.userType);
-    list.Add(key + L"\\InprocServer32", file);
-    list.AddValue(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+    AddServer(list, key, file);
     list.Add(key + L"\\ProgID", progId + L".1");
     list.Add(key + L"\\VersionIndependentProgID", progId);
     list.Add(key + L"\\TypeLib", comkit::GuidText(LIBID_KivDateTime));
@@ -71,6 +76,12 @@ void AddClass(EntryList& list, const ControlClass& c, const std::wstring& file) 
     list.AddShared(progId, c.userType);
     list.AddShared(progId + L"\\CLSID", comkit::GuidText(c.clsid));
     list.AddShared(progId + L"\\CurVer", progId + L".1");
+}
+
+void AddPage(EntryList& list, const PageClass& c, const std::wstring& file) {
+    const std::wstring key = ClassKey(c.clsid);
+    list.Add(key, c.name);
+    AddServer(list, key, file);
 }
 
 void AddInterface(EntryList& list, REFIID iid, const std::wstring& name, const wchar_t* proxy) {
@@ -98,13 +109,14 @@ std::vector<comkit::RegistryEntry> ServerEntries(const std::wstring& serverFile)
         AddInterface(list, c->dualInterface, std::wstring(L"_") + c->name, AutomationProxy);
         AddInterface(list, c->eventInterface, std::wstring(L"__") + c->name, DispatchProxy);
     }
+    for (const PageClass& c : PageClasses()) AddPage(list, c, serverFile);
     AddTypeLibrary(list, serverFile);
     return list.Take();
 }
 
 std::vector<std::wstring> ServerKeys() {
     std::vector<std::wstring> keys;
-    for (const ControlClass* c : Classes()) keys.push_back(ClassKey(*c) + L"\\InprocServer32");
+    for (const ControlClass* c : Classes()) keys.push_back(ClassKey(c->clsid) + L"\\InprocServer32");
     return keys;
 }
 

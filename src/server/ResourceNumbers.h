@@ -5,6 +5,8 @@
 #define BitmapSetControl 101
 #define BitmapShowControl 102
 
+#define IconAbout 201
+
 /* The library's own type library is the first one, number 1. */
 #define TypeLibraryFramework 2
 

@@ -77,6 +77,7 @@ const ControlClass SetControlClass{
     OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE | OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
         OLEMISC_SETCLIENTSITEFIRST,
     BitmapSetControl,
+    ControlKind::Set,
     &CreateSetCore,
 };
 

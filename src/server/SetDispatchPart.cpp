@@ -1,6 +1,5 @@
 #include "server/SetDispatchPart.h"
 
-#include "common/ResourceStrings.h"
 #include "platform/DateTime.h"
 #include "server/AboutBox.h"
 #include "server/VariantTarget.h"
@@ -18,8 +17,7 @@ HRESULT SetDispatchPart::GetDateTimeInfo(VARIANT* vDate, VARIANT* vTime, VARIANT
 }
 
 HRESULT SetDispatchPart::ShowAboutBox() {
-    return AtBoundaryOf(Owner(),
-                        [&] { server::ShowAboutBox(Host().DialogParent(), residSetAboutTitle, residSetPurpose); });
+    return AtBoundaryOf(Owner(), [&] { server::ShowAboutBox(Host().DialogParent(), ControlKind::Set); });
 }
 
 }  // namespace kiv::server

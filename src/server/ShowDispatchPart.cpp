@@ -1,6 +1,5 @@
 #include "server/ShowDispatchPart.h"
 
-#include "common/ResourceStrings.h"
 #include "server/AboutBox.h"
 #include "server/LateBoundVariable.h"
 
@@ -15,8 +14,7 @@ HRESULT ShowDispatchPart::RefreshDisplay(VARIANT* oVar) {
 }
 
 HRESULT ShowDispatchPart::ShowAboutBox() {
-    return AtBoundaryOf(Owner(),
-                        [&] { server::ShowAboutBox(Host().DialogParent(), residShowAboutTitle, residShowPurpose); });
+    return AtBoundaryOf(Owner(), [&] { server::ShowAboutBox(Host().DialogParent(), ControlKind::Show); });
 }
 
 }  // namespace kiv::server
