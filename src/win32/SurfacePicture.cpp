@@ -1,21 +1,43 @@
 #include "win32/SurfacePicture.h"
 
+#include "comkit/Errors.h"
 #include "comkit/Handle.h"
 
 namespace kiv::win32 {
 
 namespace {
 
-/// A bitmap to draw into, as large as a window.
+/// A picture to draw into, as large as a window. It is one of no device, so that every device takes it: a printer need
+/// not take the screen's own kind.
 class Canvas {
 public:
-    Canvas(HDC like, const SIZE& size) noexcept
-        : m_dc(CreateCompatibleDC(like)),
-          m_bitmap(CreateCompatibleBitmap(like, size.cx, size.cy)),
-          m_selection(m_dc.Get(), m_bitmap.Get()) {}
+    explicit Canvas(const SIZE& size) noexcept
+        : m_size(size), m_dc(CreateCompatibleDC(nullptr)), m_bitmap(Make()), m_selection(m_dc.Get(), m_bitmap.Get()) {}
     HDC Dc() const noexcept { return m_dc.Get(); }
 
+    /// Throws comkit::ComError where there was no memory for the picture.
+    void StretchTo(HDC dc, const RECT& bounds) const {
+        if (!m_pBits) throw comkit::ComError(E_OUTOFMEMORY);
+        const SIZE size{bounds.right - bounds.left, bounds.bottom - bounds.top};
+        GdiFlush();
+        if (GetObjectType(dc) == OBJ_METADC) {
+            // Wine plays an old metafile's bits from the wrong place when there are more than 64 KB of them.
+            StretchBlt(dc, bounds.left, bounds.top, size.cx, size.cy, Dc(), 0, 0, m_size.cx, m_size.cy, SRCCOPY);
+        } else {
+            StretchDIBits(dc, bounds.left, bounds.top, size.cx, size.cy, 0, 0, m_size.cx, m_size.cy, m_pBits, &m_info,
+                          DIB_RGB_COLORS, SRCCOPY);
+        }
+    }
+
 private:
+    HBITMAP Make() noexcept {
+        m_info.bmiHeader = {sizeof(BITMAPINFOHEADER), m_size.cx, m_size.cy, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
+        return CreateDIBSection(nullptr, &m_info, DIB_RGB_COLORS, &m_pBits, nullptr, 0);
+    }
+
+    SIZE m_size;
+    BITMAPINFO m_info{};
+    void* m_pBits = nullptr;
     comkit::UniqueMemoryDc m_dc;
     comkit::UniqueBitmap m_bitmap;
     comkit::GdiSelection m_selection;
@@ -25,7 +47,7 @@ private:
 void PaintClient(HWND window, HDC dc, POINT origin) {
     RECT inside{};
     GetClientRect(window, &inside);
-    const Canvas canvas(dc, {inside.right, inside.bottom});
+    const Canvas canvas({inside.right, inside.bottom});
     SendMessageW(window, WM_ERASEBKGND, reinterpret_cast<WPARAM>(canvas.Dc()), 0);
     SendMessageW(window, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(canvas.Dc()), PRF_CLIENT);
     BitBlt(dc, origin.x, origin.y, inside.right, inside.bottom, canvas.Dc(), 0, 0, SRCCOPY);
@@ -58,12 +80,10 @@ void DrawWindowTree(HWND window, HDC dc, const RECT& bounds) {
     GetWindowRect(window, &place);
     const SIZE size{place.right - place.left, place.bottom - place.top};
     // Through a bitmap: native children know no other scale than pixels.
-    const comkit::WindowDc screen(nullptr);
-    const Canvas canvas(screen.Get(), size);
+    const Canvas canvas(size);
     PaintTree(window, canvas.Dc(), {0, 0});
     SetStretchBltMode(dc, HALFTONE);
-    StretchBlt(dc, bounds.left, bounds.top, bounds.right - bounds.left, bounds.bottom - bounds.top, canvas.Dc(), 0, 0,
-               size.cx, size.cy, SRCCOPY);
+    canvas.StretchTo(dc, bounds);
 }
 
 }  // namespace kiv::win32

@@ -3,9 +3,11 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <cstdlib>
 #include <functional>
 #include <map>
+#include <utility>
 #include <vector>
 
 #include "comkit/Handle.h"
@@ -17,21 +19,26 @@ public:
     static constexpr int Width = 420;
     static constexpr int Height = 320;
 
-    explicit Sheet(const std::function<void(HDC)>& draw) {
+    explicit Sheet(const std::function<void(HDC)>& draw) : Sheet({Width, Height}, draw) {}
+    Sheet(const SIZE& size, const std::function<void(HDC)>& draw) {
         const comkit::WindowDc screen(nullptr);
         const comkit::UniqueMemoryDc dc(CreateCompatibleDC(screen.Get()));
-        const comkit::UniqueBitmap bitmap(CreateCompatibleBitmap(screen.Get(), Width, Height));
+        const comkit::UniqueBitmap bitmap(CreateCompatibleBitmap(screen.Get(), size.cx, size.cy));
         {
             const comkit::GdiSelection selected(dc.Get(), bitmap.Get());
-            PatBlt(dc.Get(), 0, 0, Width, Height, WHITENESS);
+            PatBlt(dc.Get(), 0, 0, size.cx, size.cy, WHITENESS);
             draw(dc.Get());
         }
         BITMAPINFO info{};
-        info.bmiHeader = {sizeof(BITMAPINFOHEADER), Width, -Height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        m_pixels.resize(std::size_t{Width} * Height);
-        GetDIBits(dc.Get(), bitmap.Get(), 0, Height, m_pixels.data(), &info, DIB_RGB_COLORS);
+        info.bmiHeader = {sizeof(BITMAPINFOHEADER), size.cx, -size.cy, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        m_pixels.resize(static_cast<std::size_t>(size.cx) * static_cast<std::size_t>(size.cy));
+        GetDIBits(dc.Get(), bitmap.Get(), 0, static_cast<UINT>(size.cy), m_pixels.data(), &info, DIB_RGB_COLORS);
         for (DWORD& pixel : m_pixels) pixel &= 0xFFFFFF;
     }
+    /// Of pixels that came from elsewhere, 0x00RRGGBB each, line by line from the top.
+    explicit Sheet(std::vector<DWORD> pixels) : m_pixels(std::move(pixels)) {}
+
+    std::size_t PixelCount() const noexcept { return m_pixels.size(); }
     friend bool operator==(const Sheet&, const Sheet&) = default;
     std::size_t Colors() const {
         std::map<DWORD, int> seen;
