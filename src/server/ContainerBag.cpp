@@ -17,6 +17,8 @@ Value ContainerBag::Read(std::u16string_view key, const Value& fallback) const {
     const HRESULT hr = m_bag.Read(name.c_str(), &value.Get(), m_pLog);
     if (hr == E_INVALIDARG) return fallback;
     comkit::ThrowIfFailed(hr);
+    // Some bags have nothing and call it a success.
+    if (value.Type() == VT_EMPTY) return fallback;
     return ValueOf(value.Get());
 }
 

@@ -123,6 +123,7 @@ HRESULT PersistPart::Load(IStorage* storage) {
     return AtBoundaryOf(Owner(), [&] {
         comkit::ComPtr<IStream> stream;
         comkit::ThrowIfFailed(storage->OpenStream(StreamName, nullptr, STGM_READ | Exclusive, 0, stream.Put()));
+        if (!stream) throw comkit::ComError(STG_E_FILENOTFOUND);
         LoadStream(*stream);
         m_eStorage = StorageState::Normal;
     });
@@ -137,6 +138,7 @@ HRESULT PersistPart::Save(IStorage* storage, BOOL sameAsLoad) {
         comkit::ComPtr<IStream> stream;
         comkit::ThrowIfFailed(
             storage->CreateStream(StreamName, STGM_CREATE | STGM_WRITE | Exclusive, 0, 0, stream.Put()));
+        if (!stream) throw comkit::ComError(STG_E_WRITEFAULT);
         WriteBytes(*stream, bytes);
         m_bSavedInPlace = sameAsLoad != FALSE;
         m_eStorage = StorageState::NoScribble;
