@@ -20,8 +20,8 @@ public:
 
     void SetSize(const Size& size) override;
     Size MeasureText(std::u16string_view text) const override;
-    double TwipsPerPixel() const override { return 15; }
-    int ScrollBarWidthPixels() const override { return 17; }
+    double TwipsPerPixel() const override { return twipsPerPixel; }
+    int ScrollBarWidthPixels() const override { return scrollBarWidth; }
     std::unique_ptr<Frame> CreateFrame(Widget& parent, std::u16string_view name) override;
     std::unique_ptr<CheckBox> CreateCheckBox(Widget& parent, std::u16string_view name) override;
     std::unique_ptr<Calendar> CreateCalendar(Widget& parent, std::u16string_view name) override;
@@ -35,6 +35,9 @@ public:
     /// Runs in SetSize, as a container's answer to it.
     std::function<void()> onSetSize;
     int setSizeCalls = 0;
+    /// Of 96 dots per inch.
+    double twipsPerPixel = 15;
+    int scrollBarWidth = 17;
 
 private:
     const WidgetState* StateOf(Widget& parent) const;

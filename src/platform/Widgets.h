@@ -153,6 +153,7 @@ public:
 /// surface or a frame; the children must be destroyed before it.
 class Surface : public ControlArea {
 public:
+    /// Of the resolution that TwipsPerPixel tells: both change with the window that the surface lives in.
     virtual int ScrollBarWidthPixels() const = 0;
     virtual std::unique_ptr<Frame> CreateFrame(Widget& parent, std::u16string_view name) = 0;
     virtual std::unique_ptr<CheckBox> CreateCheckBox(Widget& parent, std::u16string_view name) = 0;

@@ -1,6 +1,8 @@
 #include "server/Activation.h"
 
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include "comkit/Errors.h"
@@ -20,6 +22,15 @@ public:
 private:
     unsigned& m_depth;
 };
+
+/// Moves the far edge to so many pixels behind the near one, and both where that would lie beyond all numbers: a
+/// container may have put them anywhere.
+void PutApart(LONG& nearEdge, LONG& farEdge, double pixels) noexcept {
+    constexpr LONG Most = std::numeric_limits<LONG>::max();
+    const auto length = static_cast<LONG>(std::clamp(std::round(pixels), 0.0, static_cast<double>(Most)));
+    nearEdge = std::min(nearEdge, Most - length);
+    farEdge = nearEdge + length;
+}
 
 bool ContainsFocus(HWND window) noexcept {
     const HWND focus = GetFocus();
@@ -246,8 +257,8 @@ void Activation::RequestSize(const Size& twips) {
         return;
     }
     const double perPixel = m_pCore->Surface().Area().TwipsPerPixel();
-    m_position.right = m_position.left + static_cast<LONG>(std::lround(twips.width / perPixel));
-    m_position.bottom = m_position.top + static_cast<LONG>(std::lround(twips.height / perPixel));
+    PutApart(m_position.left, m_position.right, twips.width / perPixel);
+    PutApart(m_position.top, m_position.bottom, twips.height / perPixel);
     const RECT wanted = m_position;
     if (const auto place = m_pPlace) place->OnPosRectChange(&wanted);
 }

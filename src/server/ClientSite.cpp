@@ -1,6 +1,7 @@
 #include "server/ClientSite.h"
 
 #include <array>
+#include <cmath>
 #include <utility>
 
 #include "comkit/Dispatch.h"
@@ -93,9 +94,9 @@ Point ClientSite::ToContainerPosition(const Point& twips) const {
     if (const auto site = m_pControlSite) {
         POINTL himetric{HimetricOf(twips.x), HimetricOf(twips.y)};
         POINTF position{};
-        if (SUCCEEDED(
-                site->TransformCoords(&himetric, &position, XFORMCOORDS_POSITION | XFORMCOORDS_HIMETRICTOCONTAINER)))
-            return {position.x, position.y};
+        const HRESULT hr =
+            site->TransformCoords(&himetric, &position, XFORMCOORDS_POSITION | XFORMCOORDS_HIMETRICTOCONTAINER);
+        if (SUCCEEDED(hr) && std::isfinite(position.x) && std::isfinite(position.y)) return {position.x, position.y};
     }
     return twips;
 }

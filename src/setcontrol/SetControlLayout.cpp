@@ -133,6 +133,8 @@ void SetControlLayout::Resize() {
     SetControlState& state = m_context.State();
     if (state.m_bInResize || state.IsLoading() || !state.m_bLoaded) return;
     const ResizeScope resizing(state);
+    // Pixels: as many more as the window's resolution is higher now than the one before.
+    state.m_lScrollBarWidth = m_context.ControlSurface().ScrollBarWidthPixels();
     Place(ComputeSetControlLayout(Measure()));
 }
 

@@ -7,45 +7,13 @@
 #include "comkit/Bstr.h"
 #include "comkit/ComObject.h"
 #include "comkit/ComPtr.h"
+#include "win32/AccessLibrary.h"
 
 namespace kiv::win32 {
 
 namespace {
 
 using comkit::ComPtr;
-
-/// The system's accessibility library, loaded when the first client asks: most programs never do.
-class AccessLibrary {
-public:
-    static const AccessLibrary& Get() noexcept {
-        static const AccessLibrary library;
-        return library;
-    }
-    HRESULT CreateStandardObject(HWND window, void** out) const noexcept {
-        return m_create ? m_create(window, OBJID_CLIENT, IID_IAccessible, out) : E_NOTIMPL;
-    }
-    LRESULT ResultFromObject(WPARAM wParam, IUnknown* object) const noexcept {
-        return m_result ? m_result(IID_IAccessible, wParam, object) : 0;
-    }
-
-private:
-    using CreateFunction = HRESULT(WINAPI*)(HWND, LONG, REFIID, void**);
-    using ResultFunction = LRESULT(WINAPI*)(REFIID, WPARAM, IUnknown*);
-
-    AccessLibrary() noexcept
-        : m_library(LoadLibraryW(L"oleacc.dll")),
-          m_create(Find<CreateFunction>("CreateStdAccessibleObject")),
-          m_result(Find<ResultFunction>("LresultFromObject")) {}
-    template <class Function>
-    Function Find(const char* name) const noexcept {
-        const FARPROC found = m_library ? GetProcAddress(m_library, name) : nullptr;
-        return reinterpret_cast<Function>(reinterpret_cast<void*>(found));
-    }
-
-    HMODULE m_library;  // stays: clients may hold its objects for longer than this module can know
-    CreateFunction m_create;
-    ResultFunction m_result;
-};
 
 bool IsSelf(const VARIANT& child) noexcept {
     return V_VT(&child) == VT_I4 && V_I4(&child) == CHILDID_SELF;
@@ -135,12 +103,11 @@ public:
     STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
         return m_standard->GetIDsOfNames(iid, names, count, locale, ids);
     }
-    STDMETHODIMP Invoke(DISPID member, REFIID, LCID locale, WORD flags, DISPPARAMS* arguments, VARIANT* result,
+    STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result,
                         EXCEPINFO* exception, UINT* argument) override {
         // Through the type library: the standard object's own Invoke would answer past this one.
         ComPtr<ITypeInfo> type;
-        const HRESULT found = m_standard->GetTypeInfo(0, locale, type.Put());
-        if (FAILED(found) || !type) return FAILED(found) ? found : E_NOTIMPL;
+        if (const HRESULT found = AccessLibrary::TypeInfo(type.Put()); FAILED(found)) return found;
         return type->Invoke(static_cast<IAccessible*>(this), member, flags, arguments, result, exception, argument);
     }
 

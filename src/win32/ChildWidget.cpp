@@ -17,8 +17,8 @@ const AccessibleSubject* SubjectOf(HWND window) noexcept {
 
 }  // namespace
 
-ChildWidget::ChildWidget(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent, std::u16string_view name)
-    : WidgetWindow(std::move(context)), m_parent(parent), m_strName(name) {
+ChildWidget::ChildWidget(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent)
+    : WidgetWindow(std::move(context)), m_parent(parent) {
     Context()->children.push_back(this);
 }
 

@@ -6,8 +6,6 @@
 #include <windows.h>
 
 #include <memory>
-#include <string>
-#include <string_view>
 
 #include "platform/Widgets.h"
 #include "win32/AccessibleChild.h"
@@ -33,10 +31,9 @@ public:
     virtual void Press() {}
 
 protected:
-    ChildWidget(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent, std::u16string_view name);
+    ChildWidget(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent);
     ~ChildWidget() override;
 
-    const std::u16string& Name() const noexcept { return m_strName; }
     const Rect& GetBounds() const noexcept { return m_bounds; }
     void PutBounds(const Rect& bounds);
     bool GetEnabled() const noexcept { return m_bEnabled; }
@@ -77,7 +74,6 @@ private:
     void UpdateFont();
 
     WidgetWindow& m_parent;
-    std::u16string m_strName;
     Rect m_bounds;
     bool m_bEnabled = true;
     bool m_bVisible = true;
@@ -91,8 +87,7 @@ private:
 template <class Interface>
 class WidgetOf : public Interface, public ChildWidget {
 public:
-    WidgetOf(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent, std::u16string_view name)
-        : ChildWidget(std::move(context), parent, name) {}
+    WidgetOf(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent) : ChildWidget(std::move(context), parent) {}
     Rect Bounds() const override { return EffectiveBounds(); }
     void SetBounds(const Rect& bounds) override { PutBounds(bounds); }
     bool IsEnabled() const override { return GetEnabled(); }

@@ -9,6 +9,7 @@
 #include "win32/NativeFrame.h"
 #include "win32/NativeTimeField.h"
 #include "win32/SurfaceWindow.h"
+#include "win32/SystemAnswers.h"
 
 namespace kiv::win32 {
 
@@ -16,9 +17,8 @@ namespace {
 
 /// A child that is created while the surface is active gets its window at once.
 template <class Child>
-std::unique_ptr<Child> MakeChild(const std::shared_ptr<SurfaceContext>& context, WidgetWindow& parent,
-                                 std::u16string_view name) {
-    auto child = std::make_unique<Child>(context, parent, name);
+std::unique_ptr<Child> MakeChild(const std::shared_ptr<SurfaceContext>& context, WidgetWindow& parent) {
+    auto child = std::make_unique<Child>(context, parent);
     if (parent.Window()) child->Open();
     return child;
 }
@@ -45,7 +45,8 @@ HWND ControlSurface::Window() const noexcept {
 
 void ControlSurface::SetPixelRect(const RECT& pixels) {
     if (const HWND window = m_pImpl->Window()) {
-        MoveWindow(window, pixels.left, pixels.top, pixels.right - pixels.left, pixels.bottom - pixels.top, TRUE);
+        const SIZE size = PixelSizeOf(pixels);
+        MoveWindow(window, pixels.left, pixels.top, size.cx, size.cy, TRUE);
         if (m_pImpl->Window() != window) return;
     }
     m_pImpl->TakePixelSize(pixels);
@@ -127,23 +128,23 @@ double ControlSurface::TwipsPerPixel() const {
 }
 
 int ControlSurface::ScrollBarWidthPixels() const {
-    return GetSystemMetrics(SM_CXVSCROLL);
+    return SystemAnswers::Current().scrollBarWidthAt(Dpi());
 }
 
-std::unique_ptr<Frame> ControlSurface::CreateFrame(Widget& parent, std::u16string_view name) {
-    return MakeChild<NativeFrame>(m_pImpl->Context(), m_pImpl->ParentFor(parent), name);
+std::unique_ptr<Frame> ControlSurface::CreateFrame(Widget& parent, std::u16string_view /*name*/) {
+    return MakeChild<NativeFrame>(m_pImpl->Context(), m_pImpl->ParentFor(parent));
 }
 
-std::unique_ptr<CheckBox> ControlSurface::CreateCheckBox(Widget& parent, std::u16string_view name) {
-    return MakeChild<NativeCheckBox>(m_pImpl->Context(), m_pImpl->ParentFor(parent), name);
+std::unique_ptr<CheckBox> ControlSurface::CreateCheckBox(Widget& parent, std::u16string_view /*name*/) {
+    return MakeChild<NativeCheckBox>(m_pImpl->Context(), m_pImpl->ParentFor(parent));
 }
 
-std::unique_ptr<Calendar> ControlSurface::CreateCalendar(Widget& parent, std::u16string_view name) {
-    return MakeChild<NativeCalendar>(m_pImpl->Context(), m_pImpl->ParentFor(parent), name);
+std::unique_ptr<Calendar> ControlSurface::CreateCalendar(Widget& parent, std::u16string_view /*name*/) {
+    return MakeChild<NativeCalendar>(m_pImpl->Context(), m_pImpl->ParentFor(parent));
 }
 
-std::unique_ptr<TimeField> ControlSurface::CreateTimeField(Widget& parent, std::u16string_view name) {
-    return MakeChild<NativeTimeField>(m_pImpl->Context(), m_pImpl->ParentFor(parent), name);
+std::unique_ptr<TimeField> ControlSurface::CreateTimeField(Widget& parent, std::u16string_view /*name*/) {
+    return MakeChild<NativeTimeField>(m_pImpl->Context(), m_pImpl->ParentFor(parent));
 }
 
 void ControlSurface::SetListener(WidgetListener* listener) {

@@ -28,6 +28,13 @@ Twips TwipsFromPixels(int pixels, int dpi) noexcept {
     return static_cast<double>(pixels) * TwipsPerInch / dpi;
 }
 
+SIZE PixelSizeOf(const RECT& pixels) noexcept {
+    const auto length = [](LONG from, LONG to) {
+        return static_cast<LONG>(std::clamp(static_cast<double>(to) - from, 0.0, LargestLength));
+    };
+    return {length(pixels.left, pixels.right), length(pixels.top, pixels.bottom)};
+}
+
 RECT PixelEdges(const Rect& bounds, int dpi) noexcept {
     return {PixelsFromTwips(bounds.left, dpi), PixelsFromTwips(bounds.top, dpi),
             PixelsFromTwips(bounds.left + bounds.width, dpi), PixelsFromTwips(bounds.top + bounds.height, dpi)};

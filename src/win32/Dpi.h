@@ -14,6 +14,10 @@ int DpiOf(HWND window) noexcept;
 int PixelsFromTwips(Twips length, int dpi) noexcept;
 Twips TwipsFromPixels(int pixels, int dpi) noexcept;
 
+/// Width and height of a rectangle that may be anything: one that is turned inside out has none, and what no window can
+/// be as large as is cut off.
+SIZE PixelSizeOf(const RECT& pixels) noexcept;
+
 /// Each edge to its nearest pixel, so that neighbours which share an edge in twips share it in pixels.
 RECT PixelEdges(const Rect& bounds, int dpi) noexcept;
 

@@ -34,6 +34,7 @@ bool DrawnLabel::SetCaption(std::u16string_view caption) {
     if (m_strCaption == caption) return false;
     m_strCaption = caption;
     InvalidateIfShown();
+    m_pOwner->OnCaptionChanged(*this);
     return true;
 }
 

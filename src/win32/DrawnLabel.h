@@ -18,6 +18,7 @@ public:
         virtual void Invalidate(const Rect& bounds) = 0;
         virtual int ResolutionForLabels() const noexcept = 0;
         virtual void Forget(const DrawnLabel& label) noexcept = 0;
+        virtual void OnCaptionChanged(const DrawnLabel& label) noexcept = 0;
 
     protected:
         ~Owner() = default;

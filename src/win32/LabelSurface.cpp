@@ -21,14 +21,15 @@ namespace {
 
 constexpr UINT DpiChangedAfterParent = 0x02E3;  // WM_DPICHANGED_AFTERPARENT, Windows 10
 
-Size SizeOf(const RECT& pixels, int dpi) noexcept {
-    return {TwipsFromPixels(pixels.right - pixels.left, dpi), TwipsFromPixels(pixels.bottom - pixels.top, dpi)};
+Size SizeOf(const SIZE& pixels, int dpi) noexcept {
+    return {TwipsFromPixels(pixels.cx, dpi), TwipsFromPixels(pixels.cy, dpi)};
 }
 
 }  // namespace
 
 class LabelSurface::Impl final : public DrawnLabel::Owner,
                                  public NativeWindow::Owner,
+                                 public LabelAccessSource,
                                  public std::enable_shared_from_this<LabelSurface::Impl> {
 public:
     Impl(LabelSurface& surface, WindowlessSite& site) : m_pSurface(&surface), m_pSite(&site), m_dpi(DpiOf(nullptr)) {}
@@ -65,8 +66,14 @@ public:
         if (m_pPressed == &label) m_pPressed = nullptr;
     }
 
+    void OnCaptionChanged(const DrawnLabel& label) noexcept override;
+
     // NativeWindow::Owner
     LRESULT OnMessage(NativeWindow& native, const Message& message) override;
+
+    // LabelAccessSource
+    std::vector<Facts> LabelsForAccess() const override;
+    Place PlaceForAccess() const noexcept override;
 
     LabelSurface* m_pSurface;
     WindowlessSite* m_pSite;
@@ -140,10 +147,9 @@ void LabelSurface::Impl::UseDpi(int dpi) {
 void LabelSurface::Impl::TakePixelRect(const RECT& pixels) {
     m_place = pixels;
     // A size that only rounding makes different is kept, or each round trip would lose a little.
-    if (PixelsFromTwips(m_size.width, m_dpi) == pixels.right - pixels.left &&
-        PixelsFromTwips(m_size.height, m_dpi) == pixels.bottom - pixels.top)
-        return;
-    TakeSize(SizeOf(pixels, m_dpi));
+    const SIZE size = PixelSizeOf(pixels);
+    if (PixelsFromTwips(m_size.width, m_dpi) == size.cx && PixelsFromTwips(m_size.height, m_dpi) == size.cy) return;
+    TakeSize(SizeOf(size, m_dpi));
 }
 
 // Another resolution is told to windows only: without one, the container's is asked for whenever it gives a place.
@@ -186,6 +192,29 @@ void LabelSurface::Impl::DrawAt(HDC dc) const {
     RestoreDC(dc, saved);
 }
 
+std::vector<LabelAccessSource::Facts> LabelSurface::Impl::LabelsForAccess() const {
+    std::vector<Facts> all;
+    for (const DrawnLabel* const label : m_labels)
+        if (label->IsVisible()) all.push_back({label->Caption(), label->PixelRect(), label->IsEnabled()});
+    return all;
+}
+
+LabelAccessSource::Place LabelSurface::Impl::PlaceForAccess() const noexcept {
+    if (Window()) return {Window(), OwnArea(), true, m_bEnabled};
+    return {m_container, m_place, false, m_bEnabled};
+}
+
+// A place in another's window has no object numbers of its own to tell this for.
+void LabelSurface::Impl::OnCaptionChanged(const DrawnLabel& label) noexcept {
+    if (!Window() || !label.IsVisible()) return;
+    LONG number = 1;
+    for (const DrawnLabel* const one : m_labels) {
+        if (one == &label) break;
+        if (one->IsVisible()) ++number;
+    }
+    NotifyWinEvent(EVENT_OBJECT_NAMECHANGE, Window(), OBJID_CLIENT, number);
+}
+
 LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& message) {
     const auto held = shared_from_this();
     switch (message.id) {
@@ -201,6 +230,11 @@ LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& messa
         case WM_SETTINGCHANGE:
             TakeSettings(message.id);
             return 0;
+        case WM_GETOBJECT:
+            // The parameter's upper half is undefined in 64 bits.
+            if (static_cast<LONG>(message.lParam) == OBJID_CLIENT)
+                return AnswerLabelAccess(message.wParam, weak_from_this());
+            break;
         case WM_HELP:
             if (ShowHelpFor(*reinterpret_cast<const HELPINFO*>(message.lParam))) return TRUE;
             break;
@@ -356,7 +390,8 @@ std::optional<RECT> LabelSurface::WindowlessPlace() const noexcept {
 void LabelSurface::SetPixelRect(const RECT& pixels) {
     const auto held = m_pImpl;
     if (const HWND window = held->Window()) {
-        MoveWindow(window, pixels.left, pixels.top, pixels.right - pixels.left, pixels.bottom - pixels.top, TRUE);
+        const SIZE size = PixelSizeOf(pixels);
+        MoveWindow(window, pixels.left, pixels.top, size.cx, size.cy, TRUE);
     }
     held->MoveTo(pixels);
 }
@@ -395,6 +430,10 @@ std::optional<LRESULT> LabelSurface::OnWindowMessage(UINT id, WPARAM wParam, LPA
         lParam = MAKELPARAM(at.x - held->m_place.left, at.y - held->m_place.top);
     }
     return held->HandleInput(id, wParam, lParam);
+}
+
+comkit::ComPtr<IAccessible> LabelSurface::Access() const {
+    return MakeLabelAccess(std::weak_ptr<const Impl>(m_pImpl));
 }
 
 Rect LabelSurface::Bounds() const {

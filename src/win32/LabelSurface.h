@@ -13,6 +13,7 @@
 
 #include "platform/Labels.h"
 #include "win32/HostedSurface.h"
+#include "win32/LabelAccess.h"
 
 namespace kiv::win32 {
 
@@ -41,6 +42,9 @@ public:
     void ActivateWindowless(HWND containerWindow, const RECT& pixels) override;
     std::optional<RECT> WindowlessPlace() const noexcept override;
     std::optional<LRESULT> OnWindowMessage(UINT id, WPARAM wParam, LPARAM lParam) override;
+
+    /// For a container that asks the control itself, as it must where there is no window. Outlives the surface.
+    comkit::ComPtr<IAccessible> Access() const;
 
     // Widget
     Rect Bounds() const override;

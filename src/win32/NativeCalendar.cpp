@@ -36,8 +36,8 @@ bool IsDayAt(HWND calendar, LPARAM position) {
 
 }  // namespace
 
-NativeCalendar::NativeCalendar(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent, std::u16string_view name)
-    : WidgetOf(std::move(context), parent, name), m_value(SystemClock().Now().date) {}
+NativeCalendar::NativeCalendar(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent)
+    : WidgetOf(std::move(context), parent), m_value(SystemClock().Now().date) {}
 
 CivilDate NativeCalendar::Value() const {
     SYSTEMTIME selected{};

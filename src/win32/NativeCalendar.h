@@ -11,7 +11,7 @@ namespace kiv::win32 {
 
 class NativeCalendar final : public WidgetOf<Calendar> {
 public:
-    NativeCalendar(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent, std::u16string_view name);
+    NativeCalendar(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent);
 
     CivilDate Value() const override;
     void SetValue(const CivilDate& date) override;

@@ -23,9 +23,8 @@ bool IsWine() noexcept {
 
 }  // namespace
 
-NativeTimeField::NativeTimeField(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent,
-                                 std::u16string_view name)
-    : WidgetOf(std::move(context), parent, name), m_value(SystemClock().Now()) {}
+NativeTimeField::NativeTimeField(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent)
+    : WidgetOf(std::move(context), parent), m_value(SystemClock().Now()) {}
 
 DateTime NativeTimeField::Value() const {
     SYSTEMTIME shown{};

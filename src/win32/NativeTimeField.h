@@ -12,7 +12,7 @@ namespace kiv::win32 {
 
 class NativeTimeField final : public WidgetOf<TimeField> {
 public:
-    NativeTimeField(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent, std::u16string_view name);
+    NativeTimeField(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent);
 
     DateTime Value() const override;
     void SetValue(const DateTime& value) override;

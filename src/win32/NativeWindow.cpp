@@ -2,6 +2,7 @@
 
 #include "comkit/Errors.h"
 #include "comkit/Handle.h"
+#include "win32/Dpi.h"
 #include "win32/ModuleInstance.h"
 #include "win32/WindowHooks.h"
 
@@ -11,9 +12,10 @@ std::shared_ptr<NativeWindow> NativeWindow::Create(Owner& owner, const WindowDes
     // Before the window's owner, so that it is still there if the window ends again here.
     std::shared_ptr<NativeWindow> result(new NativeWindow(owner, description.hasInnerWindows));
     const RECT& place = description.place;
-    comkit::UniqueWindow window(CreateWindowExW(
-        description.extendedStyle, description.className, description.text, description.style, place.left, place.top,
-        place.right - place.left, place.bottom - place.top, description.parent, nullptr, ModuleInstance(), nullptr));
+    const SIZE size = PixelSizeOf(place);
+    comkit::UniqueWindow window(CreateWindowExW(description.extendedStyle, description.className, description.text,
+                                                description.style, place.left, place.top, size.cx, size.cy,
+                                                description.parent, nullptr, ModuleInstance(), nullptr));
     if (!window) throw comkit::ComError(comkit::LastErrorResult());
     result->m_window = window.Get();
     result->Hook(window.Get());

@@ -17,8 +17,8 @@ namespace {
 
 constexpr UINT DpiChangedAfterParent = 0x02E3;  // WM_DPICHANGED_AFTERPARENT, Windows 10
 
-Size SizeOf(const RECT& pixels, int dpi) noexcept {
-    return {TwipsFromPixels(pixels.right - pixels.left, dpi), TwipsFromPixels(pixels.bottom - pixels.top, dpi)};
+Size SizeOf(const SIZE& pixels, int dpi) noexcept {
+    return {TwipsFromPixels(pixels.cx, dpi), TwipsFromPixels(pixels.cy, dpi)};
 }
 
 }  // namespace
@@ -114,10 +114,9 @@ void ControlSurface::Impl::TellResize() {
 void ControlSurface::Impl::TakePixelSize(const RECT& pixels) {
     const int dpi = Context()->dpi;
     // A size that only rounding makes different is kept, or each round trip would lose a little.
-    if (PixelsFromTwips(m_size.width, dpi) == pixels.right - pixels.left &&
-        PixelsFromTwips(m_size.height, dpi) == pixels.bottom - pixels.top)
-        return;
-    TakeSize(SizeOf(pixels, dpi));
+    const SIZE size = PixelSizeOf(pixels);
+    if (PixelsFromTwips(m_size.width, dpi) == size.cx && PixelsFromTwips(m_size.height, dpi) == size.cy) return;
+    TakeSize(SizeOf(size, dpi));
 }
 
 void ControlSurface::Impl::TakeSize(const Size& size) {

@@ -7,15 +7,17 @@ namespace kiv::win32 {
 namespace {
 
 using GetDpiForWindowFunction = UINT(WINAPI*)(HWND);
+using GetSystemMetricsForDpiFunction = int(WINAPI*)(int, UINT);
 
-// Windows 10 has it; older systems have one resolution for all windows.
-GetDpiForWindowFunction FindGetDpiForWindow() noexcept {
-    const FARPROC found = GetProcAddress(GetModuleHandleW(L"user32.dll"), "GetDpiForWindow");
-    return reinterpret_cast<GetDpiForWindowFunction>(reinterpret_cast<void*>(found));
+// Windows 10 has what is looked for; older systems have one resolution for all windows.
+template <class Function>
+Function FindInUser32(const char* name) noexcept {
+    const FARPROC found = GetProcAddress(GetModuleHandleW(L"user32.dll"), name);
+    return reinterpret_cast<Function>(reinterpret_cast<void*>(found));
 }
 
 int SystemDpiOf(HWND window) noexcept {
-    static const GetDpiForWindowFunction getDpiForWindow = FindGetDpiForWindow();
+    static const auto getDpiForWindow = FindInUser32<GetDpiForWindowFunction>("GetDpiForWindow");
     if (window && getDpiForWindow) {
         if (const UINT dpi = getDpiForWindow(window)) return static_cast<int>(dpi);
     }
@@ -31,10 +33,19 @@ bool SystemIsHighContrast() noexcept {
            (answer.dwFlags & HCF_HIGHCONTRASTON) != 0;
 }
 
+int SystemScrollBarWidthAt(int dpi) noexcept {
+    static const auto getForDpi = FindInUser32<GetSystemMetricsForDpiFunction>("GetSystemMetricsForDpi");
+    if (getForDpi) {
+        if (const int width = getForDpi(SM_CXVSCROLL, static_cast<UINT>(dpi)); width > 0) return width;
+    }
+    // In the screen's pixels, of which there are as many to the inch as in every window.
+    return MulDiv(GetSystemMetrics(SM_CXVSCROLL), dpi, SystemDpiOf(nullptr));
+}
+
 }  // namespace
 
 SystemAnswers& SystemAnswers::Current() noexcept {
-    static SystemAnswers answers{&SystemDpiOf, &SystemIsHighContrast};
+    static SystemAnswers answers{&SystemDpiOf, &SystemIsHighContrast, &SystemScrollBarWidthAt};
     return answers;
 }
 

@@ -11,6 +11,8 @@ struct SystemAnswers {
     int (*dpiOf)(HWND window) noexcept;
     /// The user wants the high contrast colours, whatever a program would choose.
     bool (*isHighContrast)() noexcept;
+    /// Width of a vertical scroll bar, in pixels of a window with so many dots per inch.
+    int (*scrollBarWidthAt)(int dpi) noexcept;
 
     /// The answers in force: the system's own, as long as nobody puts others here.
     static SystemAnswers& Current() noexcept;

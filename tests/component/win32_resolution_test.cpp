@@ -212,6 +212,19 @@ protected:
     TestAnswers answers;
 };
 
+TEST_F(ResolutionChangeTest, AScrollBarIsAsWideAsTheWindowsResolutionMakesIt) {
+    constexpr UINT DpiChangedAfterParent = 0x02E3;
+    TestAnswers::UseDpi(96);
+    Activate();
+    const int width = parts->surface.ScrollBarWidthPixels();
+    EXPECT_GE(width, 8);
+    for (const int dpi : {120, 144, 192, 288}) {
+        TestAnswers::UseDpi(dpi);
+        SendMessageW(parts->surface.Window(), DpiChangedAfterParent, 0, 0);
+        EXPECT_NEAR(parts->surface.ScrollBarWidthPixels(), MulDiv(width, dpi, 96), 1) << dpi;
+    }
+}
+
 TEST_F(ResolutionChangeTest, WindowsFollowTheirContainerToAnotherScreen) {
     constexpr UINT DpiChangedAfterParent = 0x02E3;
     TestAnswers::UseDpi(96);

@@ -106,6 +106,14 @@ TEST_F(SetControlLayoutTest, TheTimeFieldIsWidenedForItsTextAndNeverNarrowed) {
     EXPECT_EQ(control->TimeWidth(), 7 * 150 + 255 + 30);
 }
 
+TEST_F(SetControlLayoutTest, TheSpinButtonsHaveTheirRoomAtTheResolutionOfTheWindowNotOfTheFirstScreen) {
+    LoadInDesigner();
+    world.surface.twipsPerPixel = 5;
+    world.surface.scrollBarWidth = 60;
+    control->SetShowSeconds(true);
+    EXPECT_EQ(control->TimeWidth(), 13 * 75 + 5 * 60 + 30);
+}
+
 TEST_F(SetControlLayoutTest, AContainerThatAnswersEachResizeWithAnotherDoesNotLoop) {
     LoadInDesigner();
     int answers = 0;
