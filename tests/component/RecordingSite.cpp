@@ -9,7 +9,8 @@ namespace {
 /// The container's wrapper round a control, with the one member that controls ask for.
 class Extender final : public comkit::ComObject<Extender, IDispatch> {
 public:
-    explicit Extender(std::wstring name) : m_name(std::move(name)) {}
+    Extender(std::wstring name, std::function<HRESULT(VARIANT&)> onName)
+        : m_name(std::move(name)), m_onName(std::move(onName)) {}
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* out) override {
         *out = 0;
         return S_OK;
@@ -26,12 +27,14 @@ public:
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                                      UINT*) override {
         if (id != 0x10000) return DISP_E_MEMBERNOTFOUND;
+        if (m_onName) return m_onName(*result);
         *result = comkit::Variant(m_name.c_str()).Detach();
         return S_OK;
     }
 
 private:
     std::wstring m_name;
+    std::function<HRESULT(VARIANT&)> m_onName;
 };
 
 }  // namespace
@@ -101,20 +104,21 @@ HRESULT RecordingSite::GetContainer(IOleContainer** out) {
 HRESULT RecordingSite::GetWindow(HWND* out) {
     *out = nullptr;
     if (const auto answer = Intercept("GetWindow")) return *answer;
-    *out = m_window.Get();
+    *out = parent.value_or(m_window.Get());
     return S_OK;
 }
 
 HRESULT RecordingSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIWindow** document, LPRECT rect,
-                                        LPRECT clip, LPOLEINPLACEFRAMEINFO info) {
+                                        LPRECT clipped, LPOLEINPLACEFRAMEINFO info) {
     *frame = nullptr;
     *document = nullptr;
     *rect = {};
-    *clip = {};
+    *clipped = {};
     if (const auto answer = Intercept("GetWindowContext")) return *answer;
     if (hasFrame) *frame = comkit::ComPtr<RecordingFrame>(m_frame).Detach();
     *rect = position;
-    GetClientRect(m_window.Get(), clip);
+    GetClientRect(m_window.Get(), clipped);
+    if (clip) *clipped = *clip;
     info->fMDIApp = FALSE;
     info->hwndFrame = m_window.Get();
     info->haccel = nullptr;
@@ -128,9 +132,9 @@ HRESULT RecordingSite::OnPosRectChange(LPCRECT rect) {
     if (onPosRectChange) onPosRectChange();
     if (!followsPlace) return S_OK;
     position = *rect;
-    RECT clip{};
-    GetClientRect(m_window.Get(), &clip);
-    if (const auto object = comkit::ComPtr<IOleInPlaceObject>::From(m_pControl)) object->SetObjectRects(rect, &clip);
+    RECT whole{};
+    GetClientRect(m_window.Get(), &whole);
+    if (const auto object = comkit::ComPtr<IOleInPlaceObject>::From(m_pControl)) object->SetObjectRects(rect, &whole);
     return S_OK;
 }
 
@@ -138,7 +142,7 @@ HRESULT RecordingSite::GetExtendedControl(IDispatch** out) {
     *out = nullptr;
     if (const auto answer = Intercept("GetExtendedControl")) return *answer;
     if (extenderName.empty()) return E_NOTIMPL;
-    *out = comkit::MakeObject<Extender>(extenderName).Detach();
+    *out = comkit::MakeObject<Extender>(extenderName, onExtenderName).Detach();
     return S_OK;
 }
 

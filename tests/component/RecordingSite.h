@@ -67,6 +67,10 @@ public:
     bool offersNoWindow = false;
     double unitsPerHimetric = 0.5;
     RECT position{20, 30, 320, 330};
+    std::optional<RECT> clip;    ///< instead of the window's client area
+    std::optional<HWND> parent;  ///< instead of the container's window
+    /// Called when the extender is asked for the control's name; what it returns is what the control gets.
+    std::function<HRESULT(VARIANT&)> onExtenderName;
     /// Called on OnPosRectChange, before the answer.
     std::function<void()> onPosRectChange;
     bool uiDead = false;
