@@ -1,6 +1,7 @@
 // What a control leaves behind: nothing that its bare native children would not leave too.
 //
 // The standing suite runs a few hundred cycles. KIV_LEAK_CYCLES sets another number, such as 10000.
+#include <Vexa.h>
 #include <windows.h>
 
 #include <commctrl.h>
@@ -10,53 +11,13 @@
 #include <vector>
 
 #include "ControlFixture.h"
+#include "Holdings.h"
+#include "InstalledSimulator.h"
 
 namespace component {
 namespace {
 
 using comkit::ComPtr;
-
-struct Holdings {
-    long heapBlocks = 0;
-    long gdiObjects = 0;
-};
-
-long HeapBlocks() {
-    std::vector<HANDLE> heaps(GetProcessHeaps(0, nullptr));
-    heaps.resize(GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data()));
-    long blocks = 0;
-    for (const HANDLE heap : heaps) {
-        HeapLock(heap);
-        PROCESS_HEAP_ENTRY entry{};
-        while (HeapWalk(heap, &entry)) blocks += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
-        HeapUnlock(heap);
-    }
-    return blocks;
-}
-
-/// GetGuiResources answers nothing in some environments: every handle value is tried instead.
-long GdiObjects() {
-    long objects = 0;
-    for (ULONG_PTR handle = 1; handle <= 0xFFFF; ++handle)
-        objects += GetObjectType(reinterpret_cast<HGDIOBJ>(handle)) != 0;
-    return objects;
-}
-
-Holdings Count() {
-    MSG message;
-    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
-    return {HeapBlocks(), GdiObjects()};
-}
-
-/// What is gained by the cycles after the first hundred.
-template <class Cycle>
-Holdings Gain(int cycles, Cycle cycle) {
-    for (int i = 0; i < 100; ++i) cycle();
-    const Holdings before = Count();
-    for (int i = 0; i < cycles; ++i) cycle();
-    const Holdings after = Count();
-    return {after.heapBlocks - before.heapBlocks, after.gdiObjects - before.gdiObjects};
-}
 
 int Cycles() {
     const char* text = std::getenv("KIV_LEAK_CYCLES");
@@ -127,6 +88,41 @@ TEST_F(Leaks, ActiveControlsLeaveNoMoreThanTheirBareChildren) {
     EXPECT_LE(ours.heapBlocks, std::max(bare.heapBlocks, 0L) + Noise);
     EXPECT_LE(ours.gdiObjects, std::max(bare.gdiObjects, 0L) + Noise);
     EXPECT_EQ(S_OK, Server::Get().CanUnload());
+}
+
+// The framework's objects come and go with each control, and are asked for by the framework as often as it likes.
+TEST_F(Leaks, HelpObjectAndCollectionOfElementsGoWithTheirControl) {
+    const InstalledSimulator simulator;
+    long listeners = 0;
+    const Holdings gain = Gain(Cycles() / 3, [&] {
+        Place(true);
+        m_bag->entries.clear();
+        for (int slot = 0; slot < 14; ++slot) m_bag->Put(L"DataVarName" + std::to_wstring(slot), u"name");
+        ASSERT_EQ(S_OK, As<IPersistPropertyBag>()->Load(m_bag.Get(), nullptr));
+        auto support = As<IVexaSupport>();
+        ComPtr<IDispatch> help;
+        ComPtr<IDispatch> elements;
+        ASSERT_EQ(S_OK, support->get_VexaHelpObject(help.Put()));
+        ASSERT_EQ(S_OK, support->get_VexaSubElements(elements.Put()));
+        ASSERT_TRUE(help && elements);
+        listeners += comkit::Call(*elements, L"Count").Get().lVal;
+        comkit::Call(*help, L"FireWhatsThisHelpID", 21L);
+        comkit::Call(*help, L"FireHelpContextID", 5L);
+        site->userMode = false;
+        As<IOleControl>()->OnAmbientPropertyChange(DISPID_AMBIENT_USERMODE);
+        site->userMode = true;
+        As<IOleControl>()->OnAmbientPropertyChange(DISPID_AMBIENT_USERMODE);
+        ASSERT_EQ(S_OK, support->get_VexaHelpObject(help.Put()));
+        support.Reset();
+        elements.Reset();
+        Remove();
+        help.Reset();
+        site->calls.clear();
+        ASSERT_EQ(S_OK, Server::Get().CanUnload());
+    });
+    EXPECT_GT(listeners, 0) << "the collection had elements in it";
+    EXPECT_EQ(0, gain.heapBlocks);
+    EXPECT_EQ(0, gain.gdiObjects);
 }
 
 TEST_F(Leaks, AControlThatIsDroppedWithoutAGoodbyeLeavesNothing) {
