@@ -1,6 +1,10 @@
 // Without the framework, and with one that fails at every call, the control is a plain date and time control.
 #include <Vexa.h>
 
+#include <algorithm>
+#include <string>
+#include <vector>
+
 #include "ControlFixture.h"
 
 namespace component {
@@ -44,20 +48,73 @@ private:
     Patience& m_patience;
 };
 
+/// What was made of a framework's classes, by ProgID, in order.
+using Creations = std::vector<std::wstring>;
+
 class FailingFactory final : public comkit::ComObject<FailingFactory, IClassFactory> {
 public:
-    explicit FailingFactory(Patience& patience) noexcept : m_patience(patience) {}
+    FailingFactory(Patience& patience, Creations& creations, std::wstring progId)
+        : m_patience(patience), m_creations(creations), m_progId(std::move(progId)) {}
     HRESULT STDMETHODCALLTYPE CreateInstance(IUnknown*, REFIID iid, void** out) override {
+        m_creations.push_back(m_progId);
         return comkit::MakeObject<FailingObject>(m_patience)->QueryInterface(iid, out);
     }
     HRESULT STDMETHODCALLTYPE LockServer(BOOL) override { return S_OK; }
 
 private:
     Patience& m_patience;
+    Creations& m_creations;
+    std::wstring m_progId;
 };
 
 constexpr const wchar_t* ProgIds[] = {L"VexaBaseControls.VexaHidden", L"KivUserServicesObjs.Collection",
-                                      L"KivUserServicesObjs.HelpDefinition", L"KivUserServicesObjs.Registry"};
+                                      L"KivUserServicesObjs.HelpDefinition", L"KivUserServicesObjs.Registry",
+                                      L"KivUserServicesObjs.Services"};
+
+/// A framework that is installed for as long as this lives, makes what it is asked for and fails at most calls.
+class FrameworkDouble {
+public:
+    FrameworkDouble() {
+        CLSID clsid = {0x5f0e2a11, 0x27c4, 0x4ac6, {0x9b, 0x0d, 0x3a, 0x55, 0x10, 0xc2, 0x7e, 0x01}};
+        for (const wchar_t* progId : ProgIds) {
+            ++clsid.Data1;
+            const auto factory = comkit::MakeObject<FailingFactory>(patience, creations, progId);
+            DWORD cookie = 0;
+            EXPECT_EQ(S_OK,
+                      CoRegisterClassObject(clsid, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie));
+            m_cookies.push_back(cookie);
+            Write(progId, clsid);
+            CLSID found{};
+            EXPECT_EQ(S_OK, CLSIDFromProgID(progId, &found));
+            EXPECT_TRUE(IsEqualCLSID(clsid, found));
+        }
+    }
+    FrameworkDouble(const FrameworkDouble&) = delete;
+    FrameworkDouble& operator=(const FrameworkDouble&) = delete;
+    ~FrameworkDouble() {
+        for (const wchar_t* progId : ProgIds) RegDeleteTreeW(HKEY_LOCAL_MACHINE, (Classes + progId).c_str());
+        for (const DWORD cookie : m_cookies) CoRevokeClassObject(cookie);
+    }
+
+    auto Count(const wchar_t* progId) const { return std::ranges::count(creations, progId); }
+
+    Patience patience;
+    Creations creations;
+
+private:
+    static void Write(const wchar_t* progId, REFCLSID clsid) {
+        wchar_t text[40];
+        StringFromGUID2(clsid, text, 40);
+        comkit::UniqueRegKey key;
+        RegCreateKeyExW(HKEY_LOCAL_MACHINE, (Classes + progId + L"\\CLSID").c_str(), 0, nullptr, 0, KEY_ALL_ACCESS,
+                        nullptr, key.Put(), nullptr);
+        RegSetValueExW(key.Get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(text),
+                       static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t)));
+    }
+    static inline const std::wstring Classes = L"Software\\Classes\\";
+
+    std::vector<DWORD> m_cookies;
+};
 
 class Framework : public ControlFixture {
 protected:
@@ -79,7 +136,45 @@ protected:
         Remove();
     }
 
+    /// All that a designer and its user do with a control, and a while of waiting.
+    void WorkInDesigner() {
+        const auto bag = comkit::MakeObject<TestBag>();
+        for (int slot = 0; slot <= 13; ++slot) bag->Put(L"DataVarName" + std::to_wstring(slot), u"name");
+        ASSERT_EQ(S_OK, As<IPersistPropertyBag>()->Load(bag.Get(), nullptr));
+        ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+        for (int slot = 0; slot <= 13; ++slot) {
+            comkit::Put(Members(), L"DataVariableName", slot, u"other");
+            comkit::Put(Members(), L"DataLMObject", slot, 1234);
+        }
+        for (const long mode : {1L, 2L, 0L}) Put(L"Mode", mode);
+        Put(L"UsePCDateTime", false);
+        for (const bool upload : {false, true}) {
+            std::vector<Variant> direction;
+            direction.emplace_back(upload);
+            EXPECT_TRUE(FAILED(Invoke(Members(), L"DataInUpload", DISPATCH_PROPERTYPUT, std::move(direction)).hr));
+        }
+        SendMessageW(Child(L"Button", L"&Use PC System Date/Time?"), BM_CLICK, 0, 0);
+        AskForSupport();
+        As<IOleControl>()->OnAmbientPropertyChange(DISPID_UNKNOWN);
+        ASSERT_EQ(S_OK, As<IPersistPropertyBag>()->Save(bag.Get(), TRUE, TRUE));
+        WaitFor(1200);
+        As<IOleInPlaceObject>()->InPlaceDeactivate();
+        ASSERT_EQ(S_OK, As<IPersistStreamInit>()->InitNew());
+    }
+    void ChangeMode(bool userMode) {
+        site->userMode = userMode;
+        EXPECT_EQ(S_OK, As<IOleControl>()->OnAmbientPropertyChange(DISPID_AMBIENT_USERMODE));
+    }
+
 private:
+    static void WaitFor(DWORD milliseconds) {
+        const ULONGLONG end = GetTickCount64() + milliseconds;
+        while (GetTickCount64() < end) {
+            MSG message;
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
+            Sleep(20);
+        }
+    }
     void AskForSupport() {
         const auto support = As<IVexaSupport>();
         ComPtr<IDispatch> object;
@@ -98,34 +193,42 @@ TEST_F(Framework, AbsentTheControlDoesItsPlainJob) {
 }
 
 TEST_F(Framework, FailingFromTheFirstOrALaterCallOnItHarmsNothing) {
-    const CLSID clsid = {0x5f0e2a11, 0x27c4, 0x4ac6, {0x9b, 0x0d, 0x3a, 0x55, 0x10, 0xc2, 0x7e, 0x01}};
-    Patience patience;
-    const auto factory = comkit::MakeObject<FailingFactory>(patience);
-    DWORD cookie = 0;
-    ASSERT_EQ(S_OK, CoRegisterClassObject(clsid, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie));
-    wchar_t text[40];
-    StringFromGUID2(clsid, text, 40);
-    for (const wchar_t* progId : ProgIds) {
-        const std::wstring key = std::wstring(L"Software\\Classes\\") + progId + L"\\CLSID";
-        comkit::UniqueRegKey created;
-        RegCreateKeyExW(HKEY_LOCAL_MACHINE, key.c_str(), 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, created.Put(),
-                        nullptr);
-        RegSetValueExW(created.Get(), nullptr, 0, REG_SZ, reinterpret_cast<const BYTE*>(text),
-                       static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t)));
-        CLSID found{};
-        ASSERT_EQ(S_OK, CLSIDFromProgID(progId, &found));
-        ComPtr<IDispatch> made;
-        ASSERT_EQ(S_OK, CoCreateInstance(found, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, made.PutVoid()));
-    }
+    FrameworkDouble framework;
     for (const int answered : {0, 1, 2, 3, 4, 5, 6, 7, 9, 12, 20}) {
         SCOPED_TRACE(answered);
-        patience = {answered, 0};
+        framework.patience = {answered, 0};
         VisitDevice();
-        EXPECT_GT(patience.calls, answered);
+        EXPECT_GT(framework.patience.calls, answered);
     }
-    for (const wchar_t* progId : ProgIds)
-        RegDeleteTreeW(HKEY_LOCAL_MACHINE, (std::wstring(L"Software\\Classes\\") + progId).c_str());
-    CoRevokeClassObject(cookie);
+}
+
+TEST_F(Framework, ADesignerNeverCausesAWordToItAndRunModeDoesWheneverItComes) {
+    FrameworkDouble framework;
+    framework.patience.left = 1000;
+    Place(false);
+    WorkInDesigner();
+    EXPECT_EQ(Creations{}, framework.creations);
+    EXPECT_EQ(0, framework.patience.calls);
+    for (int round = 0; round < 2; ++round) {
+        SCOPED_TRACE(round);
+        framework.creations.clear();
+        ChangeMode(true);
+        EXPECT_EQ(1, framework.Count(L"VexaBaseControls.VexaHidden"));
+        EXPECT_EQ(1, framework.Count(L"KivUserServicesObjs.Collection"));
+        EXPECT_EQ(1, framework.Count(L"KivUserServicesObjs.HelpDefinition"));
+        EXPECT_GE(framework.Count(L"KivUserServicesObjs.Registry"), 1) << "the choice is read";
+        framework.creations.clear();
+        ChangeMode(false);
+        const Creations leaving = framework.creations;
+        EXPECT_EQ(leaving, Creations(leaving.size(), L"KivUserServicesObjs.Registry")) << "the choice is stored";
+        framework.creations.clear();
+        framework.patience = {1000, 0};
+        WorkInDesigner();
+        EXPECT_EQ(Creations{}, framework.creations);
+        EXPECT_EQ(0, framework.patience.calls);
+    }
+    Remove();
+    EXPECT_EQ(Creations{}, framework.creations) << "it ended in design mode";
 }
 
 TEST_F(Framework, TheChoiceOfTheLastSessionIsRememberedOnTheMachine) {

@@ -198,6 +198,8 @@ protected:
         comkit::ExceptionInfo info;
         result.hr =
             Members().Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &params, nullptr, info.Put(), nullptr);
+        result.scode = info.Put()->scode;
+        result.description = std::u16string(comkit::ViewOf(info.Put()->bstrDescription));
         return result;
     }
     static VARIANT Ref(VARIANT& target) {
@@ -270,6 +272,16 @@ TEST_F(InvokeHelp, AnErrorFromBeforeIsNotReported) {
     const CallResult result = Invoke(Members(), L"TimeWidth", DISPATCH_PROPERTYPUT, std::move(word));
     EXPECT_EQ(DISP_E_TYPEMISMATCH, result.hr);
     EXPECT_EQ(u"", result.description);
+    // A member that fails without a word of its own.
+    comkit::LeaveErrorInfo(u"somebody else", u"an old error");
+    Variant time;
+    Variant enable(true);
+    VARIANT refs[] = {{}, Ref(time.Get()), Ref(enable.Get())};
+    refs[0].vt = VT_BYREF | VT_VARIANT;
+    const CallResult wordless = GetInfo(refs[0], refs[1], refs[2]);
+    EXPECT_EQ(DISP_E_EXCEPTION, wordless.hr);
+    EXPECT_EQ(E_POINTER, wordless.scode);
+    EXPECT_EQ(u"", wordless.description);
 }
 
 TEST_F(InvokeHelp, WrongCallsAreRefused) {

@@ -1,4 +1,4 @@
-// A script client: creates the control by ProgID and reads and sets every property.
+// Script clients: they create the control by ProgID and read and set every property.
 #include <string>
 
 #include "ControlFixture.h"
@@ -24,19 +24,26 @@ bool RunToItsEnd(std::wstring commandLine, const std::wstring& outputFile) {
     return WaitForSingleObject(handle.Get(), 60000) == WAIT_OBJECT_0;
 }
 
-std::wstring ScriptFile() {
-    std::string folder = KIV_SOURCE_DIR "/tests/component/scripts/set-control.vbs";
+std::wstring ScriptFile(const std::string& name) {
+    std::string folder = KIV_SOURCE_DIR "/tests/component/scripts/" + name;
     for (char& c : folder)
         if (c == '/') c = '\\';
     return (folder.starts_with("\\") ? L"Z:" : L"") + std::wstring(folder.begin(), folder.end());
 }
 
-TEST(Script, ReadsAndSetsEveryPropertyByProgId) {
+class Script : public testing::TestWithParam<const char*> {};
+
+INSTANTIATE_TEST_SUITE_P(, Script, testing::Values("set-control.vbs", "set-control.js"), [](const auto& instance) {
+    return std::string(instance.param).ends_with(".js") ? "JScript" : "VBScript";
+});
+
+TEST_P(Script, ReadsAndSetsEveryPropertyByProgId) {
     ForgetRememberedChoice();
     ASSERT_EQ(S_OK, Server::Get().Register());
     wchar_t folder[MAX_PATH];
     GetSystemDirectoryW(folder, MAX_PATH);
-    const std::wstring command = std::wstring(L"\"") + folder + L"\\cscript.exe\" //nologo \"" + ScriptFile() + L"\"";
+    const std::wstring command =
+        std::wstring(L"\"") + folder + L"\\cscript.exe\" //nologo \"" + ScriptFile(GetParam()) + L"\"";
     GetTempPathW(MAX_PATH, folder);
     const std::wstring outputFile = std::wstring(folder) + L"kiv-script.txt";
     EXPECT_TRUE(RunToItsEnd(command, outputFile));

@@ -12,9 +12,10 @@ Sub Expect(what, wanted, got)
     End If
 End Sub
 
-Sub ExpectError(what, number, text)
+Sub ExpectError(what, number, text, source)
     Expect what & " number", number, Err.Number
     Expect what & " text", text, Err.Description
+    Expect what & " source", source, Err.Source
     Err.Clear
 End Sub
 
@@ -93,12 +94,13 @@ Expect "time", vbDate, VarType(theTime)
 Expect "daylight saving", vbBoolean, VarType(dst)
 
 On Error Resume Next
-control.Mode = 1: ExpectError "Mode", 382, "Property cannot be set at run time"
-control.ShowDST = False: ExpectError "ShowDST", 382, "Property cannot be set at run time"
-control.ShowSeconds = True: ExpectError "ShowSeconds", 382, "Property cannot be set at run time"
+control.Mode = 1: ExpectError "Mode", 382, "Property cannot be set at run time", "KivDateTime"
+control.ShowDST = False: ExpectError "ShowDST", 382, "Property cannot be set at run time", "KivDateTime"
+control.ShowSeconds = True: ExpectError "ShowSeconds", 382, "Property cannot be set at run time", "KivDateTime"
 slot = control.DataLMObject(14)
-ExpectError "DataLMObject(14)", 381, "Invalid Property array index: Must be a value between 0 and 13."
-control.StartOfWeek = 9: ExpectError "StartOfWeek", 380, "Invalid property value"
+ExpectError "DataLMObject(14)", 381, "Invalid Property array index: Must be a value between 0 and 13.", _
+    "KivSetDateTime ()"
+control.StartOfWeek = 9: ExpectError "StartOfWeek", 380, "Invalid property value", "KivDateTime"
 On Error Goto 0
 
 If failures = 0 Then
