@@ -2,6 +2,7 @@
 
 #include <KivDateTime.h>
 
+#include "server/AccessPart.h"
 #include "server/ResourceNumbers.h"
 #include "server/ShowDispatchPart.h"
 #include "server/ShowEvents.h"
@@ -26,14 +27,16 @@ public:
           m_events(host.Events()),
           m_control({m_surface, host.ContainerSide(), m_clock, m_names, m_framework, m_help}, m_events),
           m_dispatch(host, m_control),
-          m_support(host, m_control) {
+          m_support(host, m_control),
+          m_access(host.Identity(), m_surface) {
         // Whoever asks for the control's font is given an object, whether or not the container has one to offer.
         m_surface.SetFont(win32::DefaultFont());
     }
 
     void* FindInterface(REFIID iid) noexcept override {
-        void* const found = m_dispatch.Find(iid);
-        return found ? found : m_support.Find(iid);
+        void* found = m_dispatch.Find(iid);
+        if (!found) found = m_support.Find(iid);
+        return found ? found : m_access.Find(iid);
     }
     win32::HostedSurface& Surface() noexcept override { return m_surface; }
     void InitProperties() override { m_control.InitProperties(); }
@@ -56,6 +59,7 @@ private:
     ShowControl m_control;
     ShowDispatchPart m_dispatch;
     VexaSupportPart m_support;
+    AccessPart m_access;
 };
 
 }  // namespace
