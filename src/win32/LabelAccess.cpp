@@ -219,8 +219,7 @@ private:
 }  // namespace
 
 ComPtr<IAccessible> MakeLabelAccess(std::weak_ptr<const LabelAccessSource> source) {
-    const auto object = comkit::MakeObject<LabelAccess>(std::move(source));
-    return ComPtr<IAccessible>(object.Get());
+    return ComPtr<IAccessible>::Adopt(comkit::MakeObject<LabelAccess>(std::move(source)).Detach());
 }
 
 LRESULT AnswerLabelAccess(WPARAM wParam, std::weak_ptr<const LabelAccessSource> source) {
