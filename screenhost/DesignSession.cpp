@@ -70,7 +70,11 @@ void DesignSession::Enter() {
     m_overlay.Cover();
     ReadItems();
     // Controls may spell what they hold in a way of their own; nobody has changed anything by that.
-    m_history.Settle(m_view.DocumentText());
+    try {
+        m_history.Settle(m_view.DocumentText());
+    } catch (const TextError& error) {
+        if (onProblem) onProblem(error.what());
+    }
     Changed();
 }
 

@@ -38,6 +38,7 @@ MainWindow::MainWindow(ScreenContext& context, ScreenFile file, std::string file
       m_logHeight(Scaled(FirstLogHeight)) {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
     m_accelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_ACCELERATORS));
+    m_designAccelerators = LoadAcceleratorsW(instance, MAKEINTRESOURCEW(IDR_DESIGN_ACCELERATORS));
     Create({L"ScreenHostMain", L"Screen Host", WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, WS_EX_CONTROLPARENT,
             COLOR_BTNFACE, LoadMenuW(instance, MAKEINTRESOURCEW(IDR_MENU))},
            nullptr);
@@ -98,6 +99,7 @@ bool MainWindow::Filter(MSG& message) {
         if (active && inView && active->TranslateAccelerator(&message) == S_OK) return true;
     }
     if (isKey && TranslateAcceleratorW(Handle(), m_accelerators, &message)) return true;
+    if (isKey && !m_context.userMode && TranslateAcceleratorW(Handle(), m_designAccelerators, &message)) return true;
     if (message.message == WM_SYSCHAR && m_context.userMode)
         for (const auto& control : m_view->Controls())
             if (control->OnMnemonic(message)) return true;
@@ -145,7 +147,7 @@ void MainWindow::Report(const std::string& text) {
     ShowInBox(Handle(), text);
 }
 
-void MainWindow::ShowInBox(HWND over, const std::string& text) {
+void MainWindow::ShowInBox(HWND over, const std::string& text) const {
     if (!m_bQuiet) MessageBoxW(over, Wide(text).c_str(), L"Screen Host", MB_ICONWARNING);
 }
 
@@ -247,15 +249,6 @@ void MainWindow::OnActivate(bool active) {
         SetFocus(m_lastFocus);
 }
 
-bool MainWindow::OnDraw(UINT message, LPARAM lParam) const {
-    if (!m_palette) return false;
-    if (message == WM_MEASUREITEM)
-        m_palette->OnMeasure(*reinterpret_cast<MEASUREITEMSTRUCT*>(lParam));
-    else
-        m_palette->OnDraw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
-    return true;
-}
-
 bool MainWindow::OnSplitterCursor(LPARAM lParam) const {
     if (LOWORD(lParam) != HTCLIENT) return false;
     POINT at{};
@@ -300,10 +293,10 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_LBUTTONUP:
             if (m_view && OnSplitter(message, lParam)) return 0;
             break;
-        case WM_MEASUREITEM:
         case WM_DRAWITEM:
-            if (wParam == ID_PALETTE && OnDraw(message, lParam)) return TRUE;
-            break;
+            if (wParam != ID_PALETTE || !m_palette) break;
+            m_palette->OnDraw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
+            return TRUE;
         case FrameClosedMessage:
             m_properties.reset();
             return 0;

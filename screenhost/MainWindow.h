@@ -80,7 +80,6 @@ private:
     bool MayDrop();
     void OnClose();
     void OnActivate(bool active);
-    bool OnDraw(UINT message, LPARAM lParam) const;
     bool OnSplitterCursor(LPARAM lParam) const;
     void OnExchange(bool upload);
     void CreateParts();
@@ -94,7 +93,7 @@ private:
     void SavePictureAs();
     void EnableCommands(std::initializer_list<UINT> commands, bool enabled);
     void Report(const std::string& text);
-    void ShowInBox(HWND over, const std::string& text);
+    void ShowInBox(HWND over, const std::string& text) const;
     void PaintLines();
     SIZE ButtonSize(HWND button) const;
     int BarHeight() const;
@@ -114,6 +113,7 @@ private:
     HWND m_status = nullptr;
     HWND m_lastFocus = nullptr;
     HACCEL m_accelerators = nullptr;
+    HACCEL m_designAccelerators = nullptr;  ///< keys that are the controls' own at run time
     std::unique_ptr<ScreenView> m_view;
     std::optional<LogPanel> m_logPanel;
     std::optional<PalettePanel> m_palette;

@@ -149,9 +149,10 @@ void MainWindow::OpenPropertyFrame() {
     request.font = m_font.Get();
     request.create = m_context.createPage;
     request.report = [this](HWND over, const std::string& text) {
-        m_context.log->Add("error", text);
+        m_context.log->Add(over ? "error" : "host", text);
+        if (!over) return;
         ShowStatus(text);
-        if (over) ShowInBox(over, text);
+        ShowInBox(over, text);
     };
     request.applied = [this] {
         m_view->Design().Commit("Edit Properties");

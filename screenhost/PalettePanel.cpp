@@ -59,6 +59,7 @@ PalettePanel::PalettePanel(HWND parent, int id, HFONT font) : m_font(font) {
                        WS_BORDER | WS_TABSTOP | WS_GROUP | WS_VSCROLL | LBS_OWNERDRAWFIXED | LBS_NOTIFY |
                            LBS_NOINTEGRALHEIGHT | LBS_HASSTRINGS,
                        id, font);
+    SendMessageW(m_list, LB_SETITEMHEIGHT, 0, Scaled(RowHeight));
     SetClasses({});
 }
 
@@ -102,10 +103,6 @@ void PalettePanel::SetPlace(const RECT& place) {
     SetWindowPos(m_title, nullptr, place.left, place.top, WidthOf(place), title, SWP_NOZORDER | SWP_NOACTIVATE);
     SetWindowPos(m_list, nullptr, place.left, place.top + title, WidthOf(place), std::max(0, HeightOf(place) - title),
                  SWP_NOZORDER | SWP_NOACTIVATE);
-}
-
-void PalettePanel::OnMeasure(MEASUREITEMSTRUCT& item) const {
-    item.itemHeight = static_cast<UINT>(Scaled(RowHeight));
 }
 
 void PalettePanel::OnDraw(const DRAWITEMSTRUCT& item) const {

@@ -1,7 +1,7 @@
 // The list of controls at the side of a screen that is laid out: the pointer first, then the classes.
 //
-// Choosing a class makes the next press on the screen place one; the parent passes its WM_DRAWITEM, WM_MEASUREITEM and
-// WM_COMMAND messages on.
+// Choosing a class makes the next press on the screen place one; the parent passes its WM_DRAWITEM and WM_COMMAND
+// messages on.
 #pragma once
 
 #include <windows.h>
@@ -37,7 +37,6 @@ public:
     std::function<void()> onChoice;
     std::function<void()> onPlaceNow;
 
-    void OnMeasure(MEASUREITEMSTRUCT& item) const;
     void OnDraw(const DRAWITEMSTRUCT& item) const;
     void OnCommand(int notification) const;
 

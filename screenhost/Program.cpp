@@ -65,7 +65,7 @@ comkit::ComPtr<IPropertyPage> CreatePage(const std::deque<ServerLibrary>& server
     if (SUCCEEDED(hr)) return page;
     for (const ServerLibrary& server : servers)
         if (auto found = server.Create(clsid).As<IPropertyPage>()) return found;
-    throw comkit::ComError(hr);
+    throw comkit::ComError(hr, {}, hr == REGDB_E_CLASSNOTREG ? u"it is not registered" : u"");
 }
 
 /// The controls of the named servers; where none is named, whatever is registered.

@@ -271,7 +271,7 @@ bool PropertyFrame::ApplyPage(std::size_t index) {
         failure = ErrorText(error);
     }
     m_bApplying = false;
-    if (m_request.applied) m_request.applied();
+    m_bApplied = true;
     if (failure.empty()) return true;
     if (index != m_current) ShowPage(index);
     m_request.report(Handle(), NameOf(page) + " cannot be applied: " + failure);
@@ -281,8 +281,14 @@ bool PropertyFrame::ApplyPage(std::size_t index) {
 bool PropertyFrame::ApplyAll() {
     bool good = true;
     for (std::size_t i = 0; i < m_pages.size() && good; ++i) good = ApplyPage(i);
+    TellApplied();
     UpdateButtons();
     return good;
+}
+
+/// Once for all pages that were applied together; a page that failed may have written something, too.
+void PropertyFrame::TellApplied() {
+    if (std::exchange(m_bApplied, false) && m_request.applied) m_request.applied();
 }
 
 void PropertyFrame::ShowHelp() {
@@ -327,7 +333,10 @@ LRESULT PropertyFrame::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             return 0;
         case StatusMessage:
             if (!m_bOpen || wParam >= m_pages.size()) return 0;
-            if (static_cast<DWORD>(lParam) & PROPPAGESTATUS_VALIDATE) ApplyPage(wParam);
+            if (static_cast<DWORD>(lParam) & PROPPAGESTATUS_VALIDATE) {
+                ApplyPage(wParam);
+                TellApplied();
+            }
             UpdateButtons();
             return 0;
         case DM_GETDEFID:

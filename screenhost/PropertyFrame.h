@@ -34,7 +34,7 @@ struct PropertyFrameRequest {
     std::function<comkit::ComPtr<IPropertyPage>(REFCLSID)> create;
     /// A page's trouble in words, to be shown over the given window.
     std::function<void(HWND over, const std::string& text)> report;
-    /// Something was applied.
+    /// Pages were applied: once for all that were applied together.
     std::function<void()> applied;
     /// The frame is closed and may be destroyed, but not from within this call.
     std::function<void()> closed;
@@ -75,6 +75,7 @@ private:
     /// False when a page refused.
     bool ApplyAll();
     bool ApplyPage(std::size_t index);
+    void TellApplied();
     void UpdateButtons();
     void ShowHelp();
     void FocusPage();
@@ -93,6 +94,7 @@ private:
     std::size_t m_current = 0;
     bool m_bOpen = false;
     bool m_bApplying = false;
+    bool m_bApplied = false;
 };
 
 }  // namespace screenhost

@@ -5,6 +5,7 @@
 #define IDR_MENU 1
 #define IDR_ACCELERATORS 1
 #define IDR_CONTROL_MENU 2
+#define IDR_DESIGN_ACCELERATORS 2
 
 #define CMD_READ 100
 #define CMD_WRITE 101

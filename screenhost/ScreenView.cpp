@@ -134,7 +134,7 @@ HostedControl& ScreenView::OpenControl(ScreenSection& section) {
 
 std::string ScreenView::Add(const std::string& progId, const std::string& stem, const Box& box) {
     ScreenSection& section = m_file.AddControl(m_file.FreeName(stem));
-    const std::string name = section.Name();
+    std::string name = section.Name();
     section.Put("ProgID", *Utf16FromUtf8(progId));
     section.Put("Left", box.left);
     section.Put("Top", box.top);

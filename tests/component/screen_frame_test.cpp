@@ -277,6 +277,7 @@ TEST_F(PropertyFrameTest, ARefusalComesToTheFrontInThePagesWordsAndTheFrameStays
     m_script.calls.clear();
     Click(IDOK);
     EXPECT_EQ(m_script.calls, (Lines{"1 apply", "2 apply"})) << "what was applied is not applied again";
+    EXPECT_EQ(m_applied, 3) << "once for each button, not for each page";
     EXPECT_FALSE(m_frame->IsOpen());
 }
 

@@ -18,10 +18,11 @@ TEST(ScriptFile, StepsCarryTheirArgumentsLineAndText) {
         "expect-log \"Set \\\"Hour\\\"\"\n"
         "set Clock Caption \"True\"\n"
         "set Clock Enabled False\n"
-        "device-offline True");
+        "device-offline True\n"
+        "drag-handle Clock NW -120 450000");
     ASSERT_TRUE(script.Problems().empty());
     const auto& steps = script.Steps();
-    ASSERT_EQ(steps.size(), 8u);
+    ASSERT_EQ(steps.size(), 9u);
     EXPECT_EQ(steps[0].line, 3u);
     EXPECT_EQ(steps[0].text, "click Clock \"Use PC; System\"");
     EXPECT_EQ(steps[0].Text(1), "Use PC; System");
@@ -33,6 +34,8 @@ TEST(ScriptFile, StepsCarryTheirArgumentsLineAndText) {
     EXPECT_EQ(steps[5].Value(2), ScreenValue(std::u16string(u"True")));
     EXPECT_EQ(steps[6].Value(2), ScreenValue(false));
     EXPECT_EQ(steps[7].line, 10u);
+    EXPECT_EQ(steps[8].Number(2), -120);
+    EXPECT_EQ(steps[8].Number(3), 450000);
 }
 
 TEST(ScriptFile, MalformedStepsAreReportedByNumberAndTheRestLoads) {
@@ -58,6 +61,10 @@ TEST(ScriptFile, MalformedStepsAreReportedByNumberAndTheRestLoads) {
         {"set Clock Mode", "an argument is missing"},
         {"set Clock Mode one", "\"one\" is no value"},
         {"device-offline 1", "True or False"},
+        {"draw 0 0 10", "an argument is missing"},
+        {"drag Clock 0 450001", "not between -450000 and 450000"},
+        {"drag Clock 1.5 0", "not a 32-bit number"},
+        {"expect-frame maybe", "True or False"},
         {"press \"\xFF\"", "not UTF-8"},
     };
     for (const auto& [line, message] : cases) {
