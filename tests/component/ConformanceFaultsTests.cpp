@@ -10,7 +10,6 @@
 namespace component {
 namespace {
 
-using comkit::ComPtr;
 using comkit::Variant;
 
 /// Every method of the site and the frame that the control calls.

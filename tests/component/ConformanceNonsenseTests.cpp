@@ -8,7 +8,6 @@
 namespace component {
 namespace {
 
-using comkit::ComPtr;
 using comkit::Variant;
 
 constexpr LONG Least = std::numeric_limits<LONG>::min();
