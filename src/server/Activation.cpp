@@ -215,6 +215,8 @@ bool Activation::Invalidate(const RECT& pixels) noexcept {
     // With a window nobody is to be told: the window is invalid already.
     const auto place = m_pWindowlessPlace;
     if (!place) return false;
+    // While it comes up it is laid out, and then drawn as a whole.
+    if (!m_pCore->Surface().WindowlessPlace()) return true;
     RECT area = pixels;
     OffsetRect(&area, m_position.left, m_position.top);
     place->InvalidateRect(&area, FALSE);

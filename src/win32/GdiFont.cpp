@@ -63,9 +63,15 @@ GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi) {
 }
 
 Size MeasureTextIn(const FontPtr& font, std::u16string_view text, int dpi) {
-    const comkit::WindowDc dc(nullptr);
-    const GdiFontPtr gdiFont = FindGdiFont(TraitsOrDefault(font), dpi);
-    const comkit::GdiSelection selection(dc.Get(), gdiFont->Handle());
+    return MeasureTextIn(*FindGdiFont(TraitsOrDefault(font), dpi), text, dpi);
+}
+
+Size MeasureTextIn(const GdiFont& font, std::u16string_view text, int dpi) {
+    // One device context for all, made once: asking the system for the screen's costs more than the measuring.
+    static std::mutex lock;
+    static const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
+    const std::lock_guard guard(lock);
+    const comkit::GdiSelection selection(dc.Get(), font.Handle());
     const std::wstring_view wide = comkit::ToWide(text);
     SIZE size{};
     GetTextExtentPoint32W(dc.Get(), wide.data(), static_cast<int>(wide.size()), &size);

@@ -29,6 +29,7 @@ GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi);
 
 /// Size of one line of text at a resolution.
 Size MeasureTextIn(const FontPtr& font, std::u16string_view text, int dpi);
+Size MeasureTextIn(const GdiFont& font, std::u16string_view text, int dpi);
 
 /// A null font means the default font.
 FontTraits TraitsOrDefault(const FontPtr& font);

@@ -87,6 +87,7 @@ public:
     OleColor m_back = SystemColor::ButtonFace;
     OleColor m_fore = SystemColor::ButtonText;
     FontPtr m_pFont;
+    GdiFontPtr m_pGdiFont;  ///< for measuring, in this resolution; made when it is needed
     std::vector<DrawnLabel*> m_labels;
 
 private:
@@ -140,6 +141,7 @@ void LabelSurface::Impl::Close() noexcept {
 void LabelSurface::Impl::UseDpi(int dpi) {
     if (m_dpi == dpi) return;
     m_dpi = dpi;
+    m_pGdiFont.reset();
     InvalidateAll();
     if (m_pListener) m_pListener->OnResize();
 }
@@ -492,6 +494,7 @@ FontPtr LabelSurface::GetFont() const {
 
 void LabelSurface::SetFont(const FontPtr& font) {
     m_pImpl->m_pFont = font;
+    m_pImpl->m_pGdiFont.reset();
 }
 
 void LabelSurface::SetSize(const Size& size) {
@@ -499,7 +502,9 @@ void LabelSurface::SetSize(const Size& size) {
 }
 
 Size LabelSurface::MeasureText(std::u16string_view text) const {
-    return MeasureTextIn(m_pImpl->m_pFont, text, Dpi());
+    GdiFontPtr& font = m_pImpl->m_pGdiFont;
+    if (!font) font = FindGdiFont(TraitsOrDefault(m_pImpl->m_pFont), Dpi());
+    return MeasureTextIn(*font, text, Dpi());
 }
 
 double LabelSurface::TwipsPerPixel() const {
