@@ -1,10 +1,12 @@
 #include "server/Module.h"
 
+#include <mutex>
 #include <utility>
 #include <vector>
 
 #include "comkit/Errors.h"
 #include "comkit/Registration.h"
+#include "comkit/SlimLock.h"
 #include "server/DispatchInfo.h"
 #include "server/ResourceNumbers.h"
 
@@ -24,18 +26,9 @@ struct Caches {
 };
 
 HINSTANCE g_instance = nullptr;
-// Several apartments may create controls at the same time. Not std::mutex: its exception would bring in half a
-// megabyte.
-SRWLOCK g_cacheLock = SRWLOCK_INIT;
+// Several apartments may create controls at the same time.
+comkit::SlimLock g_cacheLock;
 std::unique_ptr<Caches> g_caches;
-
-class CacheLock {
-public:
-    CacheLock() noexcept { AcquireSRWLockExclusive(&g_cacheLock); }
-    CacheLock(const CacheLock&) = delete;
-    CacheLock& operator=(const CacheLock&) = delete;
-    ~CacheLock() { ReleaseSRWLockExclusive(&g_cacheLock); }
-};
 
 comkit::ComPtr<ITypeLib> LoadLibraryFrom(const std::wstring& file) {
     comkit::ComPtr<ITypeLib> library;
@@ -71,7 +64,7 @@ std::wstring Module::FileName() {
 }
 
 comkit::ComPtr<ITypeLib> Module::TypeLibrary() {
-    const CacheLock lock;
+    const std::lock_guard lock(g_cacheLock);
     return OpenCaches().library;
 }
 
@@ -82,7 +75,7 @@ comkit::ComPtr<ITypeInfo> Module::TypeInfo(REFGUID id) {
 }
 
 std::shared_ptr<const DispatchInfo> Module::Dispatch(REFIID dualInterface) {
-    const CacheLock lock;
+    const std::lock_guard lock(g_cacheLock);
     Caches& caches = OpenCaches();
     for (const CachedDispatch& entry : caches.dispatch)
         if (IsEqualIID(entry.iid, dualInterface)) return entry.info;
@@ -97,7 +90,7 @@ std::shared_ptr<const DispatchInfo> Module::Dispatch(REFIID dualInterface) {
 void Module::DropCaches() noexcept {
     std::unique_ptr<Caches> dropped;
     {
-        const CacheLock lock;
+        const std::lock_guard lock(g_cacheLock);
         dropped = std::move(g_caches);
     }
 }

@@ -9,6 +9,7 @@
 
 #include "comkit/Errors.h"
 #include "comkit/Handle.h"
+#include "comkit/SlimLock.h"
 #include "win32/CommonControls.h"
 #include "win32/GdiFont.h"
 #include "win32/ModuleInstance.h"
@@ -45,7 +46,7 @@ SIZE Measure(const FontTraits& font, int dpi, bool showToday) {
 }  // namespace
 
 SIZE CalendarSize(const FontTraits& font, int dpi, bool showToday) {
-    static std::mutex lock;
+    static comkit::SlimLock lock;
     static std::vector<MeasuredSize> known;
     {
         const std::lock_guard guard(lock);

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "comkit/Bstr.h"
+#include "comkit/SlimLock.h"
 #include "win32/Dpi.h"
 #include "win32/OleFont.h"
 
@@ -49,7 +50,7 @@ GdiFont::GdiFont(const FontTraits& traits, int dpi) {
 
 GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi) {
     // Controls may live in several apartments, hence the lock.
-    static std::mutex lock;
+    static comkit::SlimLock lock;
     static std::vector<CachedFont> cache;
     const std::lock_guard guard(lock);
     std::erase_if(cache, [](const CachedFont& entry) { return entry.font.expired(); });

@@ -1,5 +1,7 @@
 #include "win32/WindowHooks.h"
 
+#include <mutex>
+
 #include "comkit/Errors.h"
 
 namespace kiv::win32 {

@@ -5,8 +5,9 @@
 
 #include <windows.h>
 
-#include <mutex>
 #include <unordered_map>
+
+#include "comkit/SlimLock.h"
 
 namespace kiv::win32 {
 
@@ -30,7 +31,7 @@ public:
 private:
     WindowHooks() = default;
 
-    mutable std::mutex m_lock;  ///< controls may live in several apartments
+    mutable comkit::SlimLock m_lock;  ///< controls may live in several apartments
     std::unordered_map<HWND, Hook> m_hooks;
 };
 
