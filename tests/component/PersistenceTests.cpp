@@ -193,7 +193,7 @@ TEST_F(Persistence, IsDirtyFollowsRealChangesOnly) {
     EXPECT_NE(S_OK, Invoke(Members(), L"NoSuch", DISPATCH_METHOD).hr);
     std::vector<Variant> bad;
     bad.emplace_back(9);
-    Invoke(Members(), L"Mode", DISPATCH_PROPERTYPUT, std::move(bad));
+    Invoke(Members(), L"Mode", DISPATCH_PROPERTYPUT, bad);
     EXPECT_FALSE(IsDirty());
     Put(L"Caption", u"other");
     EXPECT_TRUE(IsDirty());

@@ -6,9 +6,6 @@
 namespace component {
 namespace {
 
-using comkit::ComPtr;
-
-constexpr DISPID ValueChange = 1;
 constexpr RECT Home{20, 30, 346, 43};  // 4890 by 195 twips at 96 dpi
 
 class ShowEmbedding : public ControlFixture {
@@ -132,7 +129,7 @@ TEST_F(ShowEmbedding, WithoutAWindowOnlyTheChangedPartIsToBeDrawnAnew) {
     Put(L"UpperCase", false);
     ASSERT_EQ(1u, site->outdated.size());
     const RECT value{Home.left + 163, Home.top, Home.right, Home.bottom};
-    EXPECT_TRUE(EqualRect(&value, &site->outdated[0]));
+    EXPECT_TRUE(EqualRect(&value, site->outdated.data()));
 
     // The place moves, and what is out of date moves with it.
     site->outdated.clear();
@@ -144,7 +141,7 @@ TEST_F(ShowEmbedding, WithoutAWindowOnlyTheChangedPartIsToBeDrawnAnew) {
     RECT expected = value;
     OffsetRect(&expected, 100, 50);
     ASSERT_EQ(1u, site->outdated.size());
-    EXPECT_TRUE(EqualRect(&expected, &site->outdated[0]));
+    EXPECT_TRUE(EqualRect(&expected, site->outdated.data()));
     As<IOleInPlaceObject>()->InPlaceDeactivate();
     site->outdated.clear();
     Put(L"UpperCase", false);
@@ -187,6 +184,7 @@ TEST_F(ShowEmbedding, MouseAndKeysRaiseTheStockEventsInTheContainersUnits) {
         Mouse(WM_LBUTTONUP, 10, 5, 0);
         const auto isAbout = [](float left, float right) { return std::abs(left - right) < 1; };
         std::vector<DISPID> ids;
+        ids.reserve(fired.size());
         for (const Fired& one : fired) ids.push_back(one.event);
         EXPECT_EQ((std::vector<DISPID>{DISPID_MOUSEDOWN, DISPID_MOUSEMOVE, DISPID_MOUSEUP, DISPID_CLICK,
                                        DISPID_MOUSEDOWN, DISPID_DBLCLICK, DISPID_MOUSEUP}),

@@ -18,7 +18,7 @@ protected:
     CallResult PutProperty(const wchar_t* name, Variant value) {
         std::vector<Variant> args;
         args.push_back(std::move(value));
-        return Invoke(Members(), name, DISPATCH_PROPERTYPUT, std::move(args));
+        return Invoke(Members(), name, DISPATCH_PROPERTYPUT, args);
     }
 };
 
@@ -163,11 +163,11 @@ std::vector<ErrorCase> Errors() {
 }
 
 TEST_F(ShowMembers, ErrorsArriveWithNumberSourceAndTextAndChangeNothing) {
-    for (ErrorCase& c : Errors()) {
+    for (const ErrorCase& c : Errors()) {
         SCOPED_TRACE(testing::Message() << c.name << " " << c.number);
         Place(c.userMode);
         const std::wstring before = State();
-        const CallResult result = Invoke(*dispatch, c.name, c.flags, std::move(c.args));
+        const CallResult result = Invoke(*dispatch, c.name, c.flags, c.args);
         EXPECT_EQ(DISP_E_EXCEPTION, result.hr);
         EXPECT_EQ(static_cast<HRESULT>(0x800A0000UL + static_cast<unsigned long>(c.number)), result.scode);
         EXPECT_EQ(std::u16string(c.source), result.source);
@@ -321,8 +321,8 @@ TEST_F(ShowMembers, AControlThatNobodyInitialisedShowsItsDefaults) {
     EXPECT_EQ(L"2445", TextOf(L"CaptionWidth"));
     SIZEL extent{};
     EXPECT_EQ(S_OK, As<IOleObject>()->GetExtent(DVASPECT_CONTENT, &extent));
-    EXPECT_NEAR(4890 * 2540 / 1440, extent.cx, 1);
-    EXPECT_NEAR(195 * 2540 / 1440, extent.cy, 1);
+    EXPECT_NEAR(4890 * 2540 / 1440.0, extent.cx, 1);
+    EXPECT_NEAR(195 * 2540 / 1440.0, extent.cy, 1);
 }
 
 }  // namespace

@@ -79,7 +79,7 @@ TEST_F(VexaSupport, EveryMemberAnswersByPositionByNumberAndByName) {
         std::vector<Variant> args;
         if (id <= 3 || id == 16) args.emplace_back(1L);
         if (id <= 3) args.emplace_back(L"text");
-        const CallResult result = Invoke(*support, name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, std::move(args));
+        const CallResult result = Invoke(*support, name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, args);
         ASSERT_EQ(S_OK, result.hr);
         const auto& expectedText = expected[static_cast<std::size_t>(id - 1)];
         if (expectedText == L"nothing") {
