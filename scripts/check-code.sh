@@ -1,8 +1,7 @@
 #!/bin/bash
-# Fails when clang-tidy finds anything in what the project delivers (.clang-tidy says what it looks for). Tests, benchmarks
-# and fuzzers are compiled with all warnings as errors, but are not clean enough for it yet. A file is looked
-# at again only when it, a header that it includes, its compiler options or the configuration have changed since it was
-# last found clean. Works on what the named build folders compile.
+# Fails when clang-tidy finds anything (.clang-tidy says what it looks for, and the one in a folder what is left out there).
+# A file is looked at again only when it, a header that it includes, its compiler options or the configuration have
+# changed since it was last found clean. Works on what the named build folders compile.
 #
 # usage: scripts/check-code.sh [PRESET...]      native, win64; both where none is named
 source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
@@ -11,7 +10,7 @@ clean=$build/tidy
 mkdir -p "$clean"
 work=$(mktemp -d "$build/.tidy.XXXXXX")
 at_exit rm -rf "$work"
-version=$(clang-tidy --version | sha256sum - "$root/.clang-tidy" "$root/scripts/check-code.sh" | sha256sum)
+version=$(clang-tidy --version | sha256sum - "$root"/{,bench/,tests/}.clang-tidy "$root/scripts/check-code.sh" | sha256sum)
 
 # The headers of the Windows tool chain, by hand: clang does not find this flavour of it. The compiler's own intrinsics
 # stay out, clang has its own.
@@ -35,8 +34,7 @@ list_units() {
         /^ *"command": / { command = $0; object = $0; sub(/^.* -o /, "", object); sub(/ .*$/, "", object) }
         /^ *"file": / {
             file = $0; sub(/^ *"file": "/, "", file); sub(/",?$/, "", file)
-            if (index(file, root) == 1 && index(file, build) != 1 && file ~ /\.cpp$/ &&
-                substr(file, length(root) + 1) !~ /^(tests|bench|fuzz)\// && !seen[file]++)
+            if (index(file, root) == 1 && index(file, build) != 1 && file ~ /\.cpp$/ && !seen[file]++)
                 printf "%s\t%s\t%s\n", file, object, command
         }' "$build/$1/compile_commands.json"
 }
