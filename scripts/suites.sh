@@ -3,7 +3,10 @@
 passed=0
 failed=0
 skipped=0
+unchanged=0
 failures=()
+# yes: suites that passed are run again even where nothing has changed.
+again=no
 
 count_pass() { passed=$((passed + ${1:-1})); }
 count_skip() { skipped=$((skipped + $1)); }
@@ -27,12 +30,39 @@ read_results() {
         END { print announced + 0, ok + 0, bad + 0, skip + 0, (current != ""), current }'
 }
 
-# run_suite LABEL COMMAND...: runs a GoogleTest program. Every test that it announced is counted; one that hangs or
-# crashes is named and, with all that it kept from running, counted as failed.
+# What a suite's result depends on besides its own program: files and folders.
+suite_reads=()
+
+# suite_key COMMAND...: changes when the result of the suite may: with its program and what it reads, the command, these
+# scripts, the sanitizers' options, the system's packages, and every day, because there are clocks and calendars in it.
+suite_key() {
+    local program=${*: -1}
+    {
+        date +%F
+        printf '%s\n' "$@" "${ASAN_OPTIONS-}" "${UBSAN_OPTIONS-}"
+        find "$program" "${suite_reads[@]}" "$root"/scripts/{suites,wine}.sh -type f -print0 | sort -z |
+            xargs -0 sha256sum
+        stat -c %Y /var/lib/dpkg/status || true
+    } 2>&1 | sha256sum
+}
+
+# run_suite LABEL COMMAND... PROGRAM: runs a GoogleTest program. Every test that it announced is counted; one that hangs
+# or crashes is named and, with all that it kept from running, counted as failed. A suite that passed is not run again
+# while its key is the same; its tests then count as unchanged, not as passed.
 run_suite() {
-    local label=$1 file status=0 announced ok bad skip unfinished current lost how
+    local label=$1 file status=0 announced ok bad skip unfinished current lost how key mark
     shift
     file=$logs/test-${label//[^a-z0-9]/-}.log
+    mark=$build/passed/${label//[^A-Za-z0-9._-]/-}
+    key=$(suite_key "$@")
+    if [[ $again == no && -f $mark ]] && { read -r ok skip && read -r how; } <"$mark" && [[ $how == "$key" ]]; then
+        step "Not run again: $label"
+        unchanged=$((unchanged + ok))
+        count_skip "$skip"
+        say "    unchanged since its $ok tests passed$( ((skip > 0)) && echo ", $skip skipped")"
+        return 0
+    fi
+    rm -f "$mark"
     step "Testing: $label"
     attended "$file" "$patience" "$@" || status=$?
     read -r announced ok bad skip unfinished current < <(read_results "$file")
@@ -56,6 +86,10 @@ run_suite() {
     elif ((announced == 0 || (status != 0 && bad == 0))); then
         tr -d '\r' <"$file" | tail -n 30 | sed 's/^/    /'
         count_failure "$label ended with status $status after $ok of $announced tests"
+    fi
+    if ((ok > 0 && status == 0 && bad + unfinished + lost == 0)); then
+        mkdir -p "${mark%/*}"
+        printf '%s\n' "$ok $skip" "$key" >"$mark"
     fi
     say "    $ok of $announced passed$( ((skip > 0)) && echo ", $skip skipped")   [$(elapsed)]"
 }
@@ -83,7 +117,7 @@ count_in_sources() {
 
 # The last line is the total, alone. Fails on any failure, and when nothing ran.
 report() {
-    local failure
+    local failure total
     if ((${#failures[@]} > 0)); then
         say "What failed:"
         for failure in "${failures[@]}"; do
@@ -91,10 +125,9 @@ report() {
         done
     fi
     say "Took $(elapsed)."
-    if ((skipped > 0)); then
-        say "$passed passed, $failed failed, $skipped skipped"
-    else
-        say "$passed passed, $failed failed"
-    fi
+    total="$passed passed, $failed failed"
+    ((skipped > 0)) && total+=", $skipped skipped"
+    ((unchanged > 0)) && total+=", $unchanged not run again because unchanged since they passed"
+    say "$total"
     ((failed == 0 && passed > 0))
 }
