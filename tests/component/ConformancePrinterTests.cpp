@@ -12,8 +12,6 @@
 namespace component {
 namespace {
 
-using comkit::ComPtr;
-
 // Surround, two frames, captions, title, its text, days, trailing days.
 constexpr std::size_t FewestColors = 5;
 

@@ -17,25 +17,25 @@ constexpr const wchar_t* Daylight = L"&Automatically Adjust for Daylight Savings
 
 /// A user's input that raises one of the events, and the child that gets it.
 struct Input {
-    DISPID event;
     const wchar_t* windowClass;
     const wchar_t* caption;
-    UINT message;
     WPARAM param;
+    UINT message;
+    DISPID event;
 };
 
 // Event 1 is never raised.
 const Input Inputs[] = {
-    {2, L"Button", Daylight, BM_CLICK, 0},
-    {3, L"SysMonthCal32", L"", WM_LBUTTONDBLCLK, MK_LBUTTON},
-    {3, L"Button", L"Custom Date/Time", WM_LBUTTONDBLCLK, MK_LBUTTON},
-    {4, L"Button", Daylight, WM_KEYUP, 'A'},
-    {5, L"Button", Daylight, WM_CHAR, 'a'},
-    {6, L"Button", Daylight, WM_KEYDOWN, 'A'},
-    {7, L"Button", Daylight, WM_RBUTTONDOWN, 0},
-    {8, L"Button", Daylight, WM_MOUSEMOVE, 0},
-    {9, L"Button", Daylight, WM_RBUTTONUP, 0},
-    {10, L"Button", UseSystem, BM_CLICK, 0},
+    {L"Button", Daylight, 0, BM_CLICK, 2},
+    {L"SysMonthCal32", L"", MK_LBUTTON, WM_LBUTTONDBLCLK, 3},
+    {L"Button", L"Custom Date/Time", MK_LBUTTON, WM_LBUTTONDBLCLK, 3},
+    {L"Button", Daylight, 'A', WM_KEYUP, 4},
+    {L"Button", Daylight, 'a', WM_CHAR, 5},
+    {L"Button", Daylight, 'A', WM_KEYDOWN, 6},
+    {L"Button", Daylight, 0, WM_RBUTTONDOWN, 7},
+    {L"Button", Daylight, 0, WM_MOUSEMOVE, 8},
+    {L"Button", Daylight, 0, WM_RBUTTONUP, 9},
+    {L"Button", UseSystem, 0, BM_CLICK, 10},
 };
 
 struct Deed {
