@@ -22,7 +22,7 @@ namespace kiv::server {
 class PageObject final : public comkit::ComObject<PageObject, IPropertyPage2, ISupportErrorInfo>, private PageView {
 public:
     explicit PageObject(const PageClass& pageClass);
-    ~PageObject();
+    ~PageObject() override;
 
     void* FindInterface(REFIID iid) noexcept;
 

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <cwctype>
 #include <string>
 
@@ -244,7 +245,7 @@ void PageWindow::FocusField(const PageField& field) {
     SendMessageW(m_dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(ControlOf(field)), TRUE);
 }
 
-void PageWindow::Move(const RECT& place) {
+void PageWindow::Move(const RECT& place) const noexcept {
     SetWindowPos(Handle(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
                  SWP_NOZORDER | SWP_NOACTIVATE);
 }
@@ -265,14 +266,12 @@ bool PageWindow::IsListOpen() const noexcept {
 
 bool PageWindow::HasAccessKey(wchar_t character) const {
     const auto wanted = std::towupper(static_cast<wint_t>(character));
-    for (const PageField& field : m_page.Fields()) {
-        if (field.IsTextBox()) continue;
-        const auto mark = field.Text().find(u'&');
-        if (mark != std::u16string::npos && mark + 1 < field.Text().size() &&
-            std::towupper(field.Text()[mark + 1]) == wanted)
-            return true;
-    }
-    return false;
+    return std::ranges::any_of(m_page.Fields(), [wanted](const PageField& field) {
+        if (field.IsTextBox()) return false;
+        const std::u16string& text = field.Text();
+        const auto mark = text.find(u'&');
+        return mark != std::u16string::npos && mark + 1 < text.size() && std::towupper(text[mark + 1]) == wanted;
+    });
 }
 
 bool PageWindow::TranslateKey(MSG& message) {

@@ -28,7 +28,7 @@ public:
     static SIZE NormalSize();
 
     HWND Handle() const noexcept { return m_window.Get(); }
-    void Move(const RECT& place);
+    void Move(const RECT& place) const noexcept;
     void ShowField(const PageField& field);
     void FocusField(const PageField& field);
     /// True where the page has used the key; false leaves it to the frame.

@@ -1,0 +1,119 @@
+// The about boxes: modal, closed by their user, legible.
+#include <algorithm>
+
+#include "ControlFixture.h"
+#include "WindowPictures.h"
+
+namespace component {
+namespace {
+
+/// What is found in the box, and what it is closed with.
+struct Visit {
+    static Visit* current;
+    std::wstring caption;
+    std::vector<std::wstring> texts;
+    std::vector<RECT> places;
+    bool ownerDisabled = false;
+    bool clipped = false;
+    WPARAM closeWith = IDOK;
+    int boxes = 0;
+    HWND owner = nullptr;
+};
+Visit* Visit::current = nullptr;
+
+BOOL CALLBACK LookAtPart(HWND part, LPARAM) {
+    wchar_t text[256] = L"";
+    GetWindowTextW(part, text, 256);
+    RECT place{};
+    GetWindowRect(part, &place);
+    Visit::current->texts.emplace_back(text);
+    Visit::current->places.push_back(place);
+    const comkit::WindowDc dc(part);
+    const comkit::GdiSelection font(dc.Get(), reinterpret_cast<HFONT>(SendMessageW(part, WM_GETFONT, 0, 0)));
+    SIZE size{};
+    GetTextExtentPoint32W(dc.Get(), text, static_cast<int>(wcslen(text)), &size);
+    if (size.cx > place.right - place.left || size.cy > place.bottom - place.top) Visit::current->clipped = *text != 0;
+    return TRUE;
+}
+
+std::string Narrow(std::wstring_view text) {
+    std::string narrow;
+    for (const wchar_t letter : text) narrow += static_cast<char>(letter);
+    return narrow;
+}
+
+BOOL CALLBACK LookAtWindow(HWND window, LPARAM) {
+    wchar_t text[128] = L"";
+    GetWindowTextW(window, text, 128);
+    if (std::wstring_view(text).substr(0, 6) != L"About " || !IsWindowVisible(window)) return TRUE;
+    ++Visit::current->boxes;
+    Visit::current->caption = text;
+    Visit::current->owner = GetWindow(window, GW_OWNER);
+    Visit::current->ownerDisabled = Visit::current->owner && !IsWindowEnabled(Visit::current->owner);
+    EnumChildWindows(window, &LookAtPart, 0);
+    const std::wstring control = Visit::current->caption.substr(6);
+    LeavePicture(window, "about-" + Narrow(control));
+    PostMessageW(window, WM_COMMAND, Visit::current->closeWith, 0);
+    return FALSE;
+}
+
+/// Until the box is there.
+void CALLBACK Look(HWND, UINT, UINT_PTR timer, DWORD) {
+    const int boxes = Visit::current->boxes;
+    EnumThreadWindows(GetCurrentThreadId(), &LookAtWindow, 0);
+    if (Visit::current->boxes != boxes) KillTimer(nullptr, timer);
+}
+
+class AboutBox : public BothControls {
+protected:
+    void ShowIt() {
+        Visit::current = &visit;
+        SetTimer(nullptr, 0, 50, &Look);
+        EXPECT_EQ(S_OK, Invoke(Members(), L"ShowAboutBox", DISPATCH_METHOD).hr);
+        Visit::current = nullptr;
+    }
+    bool Has(const wchar_t* text) const { return std::ranges::find(visit.texts, text) != visit.texts.end(); }
+
+    Visit visit;
+};
+
+TEST_P(AboutBox, HasItsTextsAndBelongsToTheControlsWindow) {
+    Place(false);
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_SHOW));
+    ShowIt();
+    ASSERT_EQ(1, visit.boxes);
+    EXPECT_EQ(std::wstring(L"About ") + tested.name, visit.caption);
+    EXPECT_TRUE(Has(L"Corvale Plug-in User Control for Vexa Service Tool - KivShowDateTime"));
+    EXPECT_TRUE(Has(&tested == &SetClass ? L"Control used to set a device's Date and/or Time."
+                                         : L"Control used to display device's Date or Time."));
+    EXPECT_TRUE(Has(L"Version: 1.0.0"));
+    EXPECT_TRUE(Has(L"Copyright (c) 2000 The Corvale Company. All rights reserved."));
+    EXPECT_TRUE(Has(L"OK"));
+    EXPECT_FALSE(visit.clipped);
+    const auto first = std::ranges::find(visit.texts, L"An") - visit.texts.begin();
+    ASSERT_LT(first + 2, static_cast<std::ptrdiff_t>(visit.texts.size()));
+    EXPECT_EQ(L" Arden ", visit.texts[static_cast<std::size_t>(first) + 1]);
+    EXPECT_EQ(L"Company", visit.texts[static_cast<std::size_t>(first) + 2]);
+    for (std::ptrdiff_t i = first; i < first + 2; ++i) {
+        EXPECT_EQ(visit.places[static_cast<std::size_t>(i)].right, visit.places[static_cast<std::size_t>(i) + 1].left);
+        EXPECT_EQ(visit.places[static_cast<std::size_t>(i)].top, visit.places[static_cast<std::size_t>(i) + 1].top);
+    }
+    EXPECT_EQ(GetAncestor(site->Window(), GA_ROOT), visit.owner);
+    EXPECT_TRUE(visit.ownerDisabled);
+    EXPECT_TRUE(IsWindowEnabled(site->Window()));
+}
+
+TEST_P(AboutBox, NeedsNoParentAndClosesWithEscapeToo) {
+    control = Server::Get().CreateControl(tested.clsid);
+    dispatch = As<IDispatch>();
+    visit.closeWith = IDCANCEL;
+    ShowIt();
+    EXPECT_EQ(1, visit.boxes);
+    ShowIt();
+    EXPECT_EQ(2, visit.boxes);
+}
+
+INSTANTIATE_TEST_SUITE_P(Controls, AboutBox, EitherControl(), NameOfControl);
+
+}  // namespace
+}  // namespace component
