@@ -106,7 +106,11 @@ bool ControlObject::RequestEdit(DISPID member) {
 }
 
 HWND ControlObject::DialogParent() noexcept {
-    return m_pCore->Surface().Window();
+    if (const HWND own = m_pCore->Surface().Window()) return own;
+    // A control without a window lies in its container's.
+    HWND window = nullptr;
+    const auto site = m_site.Get().As<IOleWindow>();
+    return site && SUCCEEDED(site->GetWindow(&window)) ? window : nullptr;
 }
 
 void ControlObject::PropertyChanged(std::u16string_view key) {
