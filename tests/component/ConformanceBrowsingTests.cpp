@@ -104,7 +104,7 @@ TEST_F(Browsing, APredefinedValueCanBePut) {
     ASSERT_EQ(S_OK, As<IPerPropertyBrowsing>()->GetPredefinedValue(StartOfWeek, 2, value.Put()));
     std::vector<comkit::Variant> args;
     args.push_back(std::move(value));
-    EXPECT_EQ(S_OK, Invoke(Members(), L"StartOfWeek", DISPATCH_PROPERTYPUT, std::move(args)).hr);
+    EXPECT_EQ(S_OK, Invoke(Members(), L"StartOfWeek", DISPATCH_PROPERTYPUT, args).hr);
     EXPECT_EQ(L"3", TextOf(L"StartOfWeek"));
 }
 

@@ -41,7 +41,7 @@ protected:
     CallResult TryPut(const wchar_t* name, Variant value) {
         std::vector<Variant> args;
         args.push_back(std::move(value));
-        return Invoke(Members(), name, DISPATCH_PROPERTYPUT, std::move(args));
+        return Invoke(Members(), name, DISPATCH_PROPERTYPUT, args);
     }
 };
 

@@ -66,7 +66,7 @@ protected:
     void Set(const wchar_t* name, const T& value) {
         std::vector<comkit::Variant> args;
         args.emplace_back(value);
-        Invoke(Members(), name, DISPATCH_PROPERTYPUT, std::move(args));
+        Invoke(Members(), name, DISPATCH_PROPERTYPUT, args);
     }
     static std::vector<comkit::Variant> IndexOutOfRange() {
         std::vector<comkit::Variant> args;

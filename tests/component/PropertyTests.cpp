@@ -55,7 +55,7 @@ TEST_F(Properties, EachStartsWithItsDefaultAndTakesAValueLateBound) {
         EXPECT_EQ(std::wstring(c.initial), TextOf(c.name));
         std::vector<Variant> args;
         args.push_back(std::move(c.value));
-        const CallResult put = Invoke(Members(), c.name, DISPATCH_PROPERTYPUT, std::move(args));
+        const CallResult put = Invoke(Members(), c.name, DISPATCH_PROPERTYPUT, args);
         EXPECT_EQ(S_OK, put.hr);
         EXPECT_EQ(std::wstring(c.after), TextOf(c.name));
         Remove();
@@ -115,7 +115,7 @@ TEST_F(Properties, ErrorsArriveWithNumberSourceAndText) {
         Place(c.userMode);
         std::vector<Variant> args;
         for (const int arg : c.args) args.emplace_back(arg);
-        const CallResult result = Invoke(Members(), c.name, c.flags, std::move(args));
+        const CallResult result = Invoke(Members(), c.name, c.flags, args);
         EXPECT_EQ(DISP_E_EXCEPTION, result.hr);
         EXPECT_EQ(HostError(c.number), result.scode);
         EXPECT_EQ(std::u16string(c.source), result.source);
@@ -153,7 +153,7 @@ TEST_F(Properties, TheFontIsTheObjectThatWasPut) {
     ASSERT_EQ(S_OK, OleCreateFontIndirect(&description, IID_IFontDisp, font.PutVoid()));
     std::vector<Variant> args;
     args.emplace_back(static_cast<IDispatch*>(font.Get()));
-    ASSERT_EQ(S_OK, Invoke(Members(), L"Font", DISPATCH_PROPERTYPUTREF, std::move(args)).hr);
+    ASSERT_EQ(S_OK, Invoke(Members(), L"Font", DISPATCH_PROPERTYPUTREF, args).hr);
     const Variant back = Get(L"Font");
     ASSERT_EQ(VT_DISPATCH, back.Type());
     EXPECT_EQ(comkit::ComPtr<IUnknown>::From(font.Get()).Get(),
@@ -161,10 +161,10 @@ TEST_F(Properties, TheFontIsTheObjectThatWasPut) {
 
     std::vector<Variant> nothing;
     nothing.emplace_back(static_cast<IDispatch*>(nullptr));
-    EXPECT_EQ(DISP_E_EXCEPTION, Invoke(Members(), L"Font", DISPATCH_PROPERTYPUT, std::move(nothing)).hr);
+    EXPECT_EQ(DISP_E_EXCEPTION, Invoke(Members(), L"Font", DISPATCH_PROPERTYPUT, nothing).hr);
     std::vector<Variant> foreign;
     foreign.emplace_back(static_cast<IDispatch*>(site.Get()));
-    EXPECT_TRUE(FAILED(Invoke(Members(), L"Font", DISPATCH_PROPERTYPUT, std::move(foreign)).hr));
+    EXPECT_TRUE(FAILED(Invoke(Members(), L"Font", DISPATCH_PROPERTYPUT, foreign).hr));
 }
 
 TEST_F(Properties, AControlThatNobodyInitialisedShowsItsDefaultsToAScript) {
@@ -248,7 +248,7 @@ TEST_F(InvokeHelp, APropertyCalledAsAMethodIsGot) {
     EXPECT_EQ(L"Set Date/Time", Text(Invoke(Members(), L"Caption", DISPATCH_METHOD).value.Get()));
     std::vector<Variant> slot;
     slot.emplace_back(13);
-    const CallResult kind = Invoke(Members(), L"DataType", DISPATCH_METHOD, std::move(slot));
+    const CallResult kind = Invoke(Members(), L"DataType", DISPATCH_METHOD, slot);
     EXPECT_EQ(S_OK, kind.hr);
     EXPECT_EQ(L"0", Text(kind.value.Get()));
 }
@@ -257,7 +257,7 @@ TEST_F(InvokeHelp, AFailedGetLeavesNoResultBehind) {
     Place(true);
     std::vector<Variant> slot;
     slot.emplace_back(14);
-    const CallResult result = Invoke(Members(), L"DataElementPath", DISPATCH_PROPERTYGET, std::move(slot));
+    const CallResult result = Invoke(Members(), L"DataElementPath", DISPATCH_PROPERTYGET, slot);
     EXPECT_EQ(DISP_E_EXCEPTION, result.hr);
     EXPECT_EQ(VT_EMPTY, result.value.Type());
 }
@@ -269,7 +269,7 @@ TEST_F(InvokeHelp, AnErrorFromBeforeIsNotReported) {
     comkit::LeaveErrorInfo(u"somebody else", u"an old error");
     std::vector<Variant> word;
     word.emplace_back(u"no number");
-    const CallResult result = Invoke(Members(), L"TimeWidth", DISPATCH_PROPERTYPUT, std::move(word));
+    const CallResult result = Invoke(Members(), L"TimeWidth", DISPATCH_PROPERTYPUT, word);
     EXPECT_EQ(DISP_E_TYPEMISMATCH, result.hr);
     EXPECT_EQ(u"", result.description);
     // A member that fails without a word of its own.
@@ -295,7 +295,7 @@ TEST_F(InvokeHelp, WrongCallsAreRefused) {
     std::vector<Variant> tooMany;
     tooMany.emplace_back(1);
     tooMany.emplace_back(2);
-    EXPECT_EQ(DISP_E_BADPARAMCOUNT, Invoke(Members(), L"GetDateTimeInfo", DISPATCH_METHOD, std::move(tooMany)).hr);
+    EXPECT_EQ(DISP_E_BADPARAMCOUNT, Invoke(Members(), L"GetDateTimeInfo", DISPATCH_METHOD, tooMany).hr);
 }
 
 }  // namespace
