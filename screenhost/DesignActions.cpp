@@ -89,7 +89,10 @@ void DesignActions::Drag(const std::string& name, int dx, int dy) {
 void DesignActions::DragHandle(const std::string& name, const std::string& handle, int dx, int dy) {
     if (!m_window.View().Design().Model().IsSelected(name)) throw TextError(name + " is not selected");
     const RECT place = m_window.View().Find(name).PixelRect();
-    const auto at = [](LONG low, LONG high, int side) { return side < 0 ? low : side > 0 ? high : (low + high) / 2; };
+    // A handle lies outside of its control.
+    const auto at = [](LONG low, LONG high, int side) {
+        return side < 0 ? low - Scaled(3) : side > 0 ? high + Scaled(3) : (low + high) / 2;
+    };
     const POINT from{at(place.left, place.right, SideOf(handle, 'W', 'E')),
                      at(place.top, place.bottom, SideOf(handle, 'N', 'S'))};
     m_user.Drag(Glass(), from, {from.x + PixelsFromTwips(dx), from.y + PixelsFromTwips(dy)});

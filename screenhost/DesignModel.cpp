@@ -95,7 +95,7 @@ void DesignModel::SelectNext(bool backwards) {
 
 Box DesignModel::HandleBox(const Box& box, Grip grip) const noexcept {
     const auto at = [this](int low, int length, int side) {
-        return low + (side < 0 ? 0 : side > 0 ? length : length / 2) - m_handle / 2;
+        return side < 0 ? low - m_handle : side > 0 ? low + length : low + (length - m_handle) / 2;
     };
     return {at(box.left, box.width, grip.x), at(box.top, box.height, grip.y), m_handle, m_handle};
 }

@@ -80,7 +80,7 @@ public:
     void SelectNext(bool backwards);
 
     // Pointing.
-    /// The square of a handle of a box.
+    /// The square of a handle, just outside of its box.
     Box HandleBox(const Box& box, Grip grip) const noexcept;
     /// A handle of a selected control.
     std::optional<Grip> GripAt(Spot spot) const noexcept;

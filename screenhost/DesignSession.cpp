@@ -26,11 +26,11 @@ RECT PixelsOf(const Box& box) {
             PixelsFromTwips(box.Bottom())};
 }
 
-/// The handle of a control, centred on its edge or corner.
+/// The handle of a control, just outside of it, so that it hides nothing.
 RECT HandlePlace(const RECT& control, int x, int y) {
     const int size = Scaled(HandlePixels);
     const auto at = [size](LONG low, LONG high, int side) {
-        return (side < 0 ? low : side > 0 ? high : (low + high) / 2) - size / 2;
+        return side < 0 ? low - size : side > 0 ? high : (low + high - size) / 2;
     };
     RECT result{at(control.left, control.right, x), at(control.top, control.bottom, y), 0, 0};
     result.right = result.left + size;

@@ -128,7 +128,11 @@ void MainWindow::FitToContents() {
                      static_cast<int>(work.top) + (HeightOf(work) - height) / 2, width, height,
                      SWP_NOZORDER | SWP_NOACTIVATE);
     } else if (width != WidthOf(window) || height != HeightOf(window)) {
-        SetWindowPos(Handle(), nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+        // Growing must not push it off the screen.
+        const LONG left = std::max(work.left, std::min<LONG>(window.left, work.right - width));
+        const LONG top = std::max(work.top, std::min<LONG>(window.top, work.bottom - height));
+        SetWindowPos(Handle(), nullptr, static_cast<int>(left), static_cast<int>(top), width, height,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
     }
 }
 

@@ -18,7 +18,7 @@ else
     wine=${wine:-wine}
 fi
 status=0
-timeout -k 5 "${KIV_VISIT_LIMIT:-300}" "$wine" "$folder/ScreenHost.exe" --server "$folder/KivDateTime.ocx" \
+timeout -k 5 "${KIV_VISIT_LIMIT:-600}" "$wine" "$folder/ScreenHost.exe" --server "$folder/KivDateTime.ocx" \
     --server "$folder/VexaSimulator.dll" --once --script screens/design.visit 8>&- >build/design/transcript.txt ||
     status=$?
 tr -d '\r' <build/design/transcript.txt | grep -a 'FAILED' || true

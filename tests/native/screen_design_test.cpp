@@ -86,11 +86,11 @@ TEST(DesignModel, AHandleMovesItsOwnSidesOnlyAndNeverTurnsABoxOver) {
         Box expected;
     } cases[] = {
         {{1440, 840}, {110, 250}, {240, 240, 1320, 840}},
-        {{240, 240}, {-110, 130}, {120, 360, 1320, 480}},
-        {{840, 240}, {500, -120}, {240, 120, 1200, 720}},
-        {{240, 540}, {120, 999}, {360, 240, 1080, 600}},
+        {{239, 239}, {-110, 130}, {120, 360, 1320, 480}},
+        {{840, 239}, {500, -120}, {240, 120, 1200, 720}},
+        {{239, 540}, {120, 999}, {360, 240, 1080, 600}},
         {{1440, 540}, {-9000, 0}, {240, 240, DesignModel::Smallest, 600}},
-        {{840, 240}, {0, 9000}, {240, 840 - DesignModel::Smallest, 1200, DesignModel::Smallest}},
+        {{840, 239}, {0, 9000}, {240, 840 - DesignModel::Smallest, 1200, DesignModel::Smallest}},
     };
     for (const auto& [from, by, expected] : cases) {
         DesignModel model = ThreeControls();
