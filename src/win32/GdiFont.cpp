@@ -69,7 +69,7 @@ Size MeasureTextIn(const FontPtr& font, std::u16string_view text, int dpi) {
 
 Size MeasureTextIn(const GdiFont& font, std::u16string_view text, int dpi) {
     // One device context for all, made once: asking the system for the screen's costs more than the measuring.
-    static std::mutex lock;
+    static comkit::SlimLock lock;
     static const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
     const std::lock_guard guard(lock);
     const comkit::GdiSelection selection(dc.Get(), font.Handle());

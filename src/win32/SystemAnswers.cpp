@@ -21,9 +21,12 @@ int SystemDpiOf(HWND window) noexcept {
     if (window && getDpiForWindow) {
         if (const UINT dpi = getDpiForWindow(window)) return static_cast<int>(dpi);
     }
-    const comkit::WindowDc screen(nullptr);
-    const int dpi = GetDeviceCaps(screen.Get(), LOGPIXELSX);
-    return dpi > 0 ? dpi : USER_DEFAULT_SCREEN_DPI;
+    // It stays for as long as the process runs.
+    static const int screenDpi = [] {
+        const comkit::WindowDc screen(nullptr);
+        return GetDeviceCaps(screen.Get(), LOGPIXELSX);
+    }();
+    return screenDpi > 0 ? screenDpi : USER_DEFAULT_SCREEN_DPI;
 }
 
 bool SystemIsHighContrast() noexcept {

@@ -15,6 +15,7 @@ public:
         m_module.Reset(LoadLibraryW((server.substr(0, server.find_last_of(L'\\') + 1) + L"VexaSimulator.dll").c_str()));
         EXPECT_TRUE(m_module);
         EXPECT_EQ(S_OK, Call("DllRegisterServer"));
+        Sleep(150);  // longer than the component takes it for granted that there is none
     }
     InstalledSimulator(const InstalledSimulator&) = delete;
     InstalledSimulator& operator=(const InstalledSimulator&) = delete;

@@ -118,6 +118,7 @@ ScriptedFramework::ScriptedFramework() {
     EXPECT_EQ(ERROR_SUCCESS,
               RegSetKeyValueW(HKEY_LOCAL_MACHINE, (std::wstring(ProgIdKey) + L"\\CLSID").c_str(), nullptr, REG_SZ, text,
                               static_cast<DWORD>((wcslen(text) + 1) * sizeof(wchar_t))));
+    Sleep(150);  // longer than the component takes it for granted that there is none
 }
 
 ScriptedFramework::~ScriptedFramework() {
