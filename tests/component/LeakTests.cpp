@@ -42,8 +42,10 @@ void MakeBareChildren(HWND parent, HFONT font) {
     }
 }
 
-class Leaks : public ControlFixture {
+class LeakFixture : public ControlFixture {
 protected:
+    using ControlFixture::ControlFixture;
+
     /// Creation, loading, activation with all windows, the end.
     void LiveOnce(bool active) {
         Place(true);
@@ -69,6 +71,29 @@ protected:
 
     ComPtr<TestBag> m_bag = comkit::MakeObject<TestBag>();
 };
+
+using Leaks = LeakFixture;
+
+class ShowLeaks : public LeakFixture {
+protected:
+    ShowLeaks() : LeakFixture(ShowClass) {}
+};
+
+TEST_F(ShowLeaks, NeitherUnseenNorInTheContainersWindowNorInOneOfItsOwnAnythingIsLeft) {
+    struct Way {
+        const char* name;
+        bool active;
+        bool windowless;
+    };
+    for (const Way& way : {Way{"unseen", false, false}, Way{"windowless", true, true}, Way{"windowed", true, false}}) {
+        SCOPED_TRACE(way.name);
+        site->offersNoWindow = way.windowless;
+        const Holdings gain = Gain(Cycles(), [&] { LiveOnce(way.active); });
+        // A window system may hold a few blocks at the moment of counting, however many cycles have run.
+        EXPECT_LE(gain.heapBlocks, way.active ? 8 : 0);
+        EXPECT_LE(gain.gdiObjects, 0);
+    }
+}
 
 TEST_F(Leaks, ControlsThatNobodySawLeaveNothing) {
     const Holdings gain = Gain(Cycles(), [&] { LiveOnce(false); });

@@ -1,5 +1,7 @@
 // What a show control shows, with values that come through the framework: the texts, what is painted again and what is
 // told, RefreshDisplay, the device's clock.
+#include <Vexa.h>
+
 #include <tuple>
 
 #include "ControlFixture.h"
@@ -245,6 +247,17 @@ TEST_F(ShowDevice, TheSimulatedDevicesClockIsShown) {
     bag->Put(L"Mode", Variant(2));
     bag->Put(L"ShowSeconds", Variant(true));
     LoadBag(*bag);
+    auto support = As<IVexaSupport>();
+    comkit::Bstr description;
+    EXPECT_EQ(S_OK, support->get_VexaDescription(description.Put()));
+    EXPECT_EQ(u"KivShowDateTime", description.View());
+    ComPtr<IDispatch> elements;
+    EXPECT_EQ(S_OK, support->get_VexaSubElements(elements.Put()));
+    ASSERT_TRUE(elements);
+    EXPECT_EQ(L"7", Text(comkit::Call(*elements, L"Count").Get()));
+    elements.Reset();
+    EXPECT_EQ(S_OK, support->VexaSetControlFocus());
+    support.Reset();
     comkit::Put(*device, L"Value", L"nciClockFormat", L"1");
     const auto put = [&](const wchar_t* text) {
         Variant date;
