@@ -298,7 +298,7 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             m_palette->OnDraw(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
             return TRUE;
         case FrameClosedMessage:
-            m_properties.reset();
+            if (!Frame()) m_properties.reset();  // another one may be open by now
             return 0;
         case WM_ACTIVATE:
             OnActivate(LOWORD(wParam) != WA_INACTIVE);

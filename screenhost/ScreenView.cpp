@@ -157,7 +157,8 @@ std::vector<std::string> ScreenView::AddCopies(ScreenFile& other, int shift) {
         std::string stem = source->Name();
         while (!stem.empty() && stem.back() >= '0' && stem.back() <= '9') stem.pop_back();
         if (stem.empty()) stem = source->Name();
-        ScreenSection& section = m_file.AddCopy(*source, m_file.FreeName(stem));
+        const bool isTaken = m_file.FindControl(source->Name()) != nullptr;
+        ScreenSection& section = m_file.AddCopy(*source, isTaken ? m_file.FreeName(stem) : source->Name());
         for (const char* key : {"Left", "Top"}) {
             const ScreenValue* const value = section.Find(key);
             if (value && std::holds_alternative<std::int32_t>(*value))
