@@ -73,7 +73,7 @@ protected:
     ~PageFixture() override;
 
     /// A new page over these objects, active and visible, where a frame would have it.
-    void Open(kiv::PageId id, std::initializer_list<IUnknown*> objects);
+    void Open(kiv::PageId which, std::initializer_list<IUnknown*> objects);
     void Select(std::initializer_list<IUnknown*> objects);
     void Close();
 

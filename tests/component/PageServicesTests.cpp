@@ -73,8 +73,6 @@ protected:
         RegDeleteTreeW(HKEY_LOCAL_MACHINE, ServicesKey);
         CoRevokeClassObject(m_cookie);
     }
-    PageServices(const PageServices&) = delete;
-    PageServices& operator=(const PageServices&) = delete;
 
     DWORD Selection(const char16_t* name) const {
         return static_cast<DWORD>(SendMessageW(Field(name), EM_GETSEL, 0, 0));
