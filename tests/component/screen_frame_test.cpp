@@ -270,8 +270,9 @@ TEST_F(PropertyFrameTest, ARefusalComesToTheFrontInThePagesWordsAndTheFrameStays
     EXPECT_EQ(m_script.calls, (Lines{"0 apply", "1 apply", "0 hide", "1 activate", "1 show"}));
 
     m_script.leavesNoWords = true;
+    comkit::LeaveErrorInfo(u"Somebody", u"Something older");
     Click(PropertyFrame::ApplyButton);
-    EXPECT_EQ(m_reports.back().find("That will not do"), std::string::npos) << "older words are not repeated";
+    EXPECT_EQ(m_reports.back().find("Something older"), std::string::npos) << "older words are not this page's";
 
     m_script.refuses[1] = false;
     m_script.calls.clear();
