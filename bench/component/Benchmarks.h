@@ -1,0 +1,11 @@
+// The comparisons, by control.
+#pragma once
+
+#include <unknwn.h>
+
+namespace bench {
+
+void RunSetControl(IClassFactory& factory);
+void RunShowControl(IClassFactory& factory);
+
+}  // namespace bench
