@@ -1,6 +1,7 @@
 #include "win32/LabelSurface.h"
 
 #include <algorithm>
+#include <ranges>
 #include <vector>
 
 #include "comkit/Bstr.h"
@@ -183,14 +184,23 @@ void LabelSurface::Impl::Invalidate(const Rect& bounds) {
 }
 
 void LabelSurface::Impl::DrawAt(HDC dc) const {
-    const int saved = SaveDC(dc);
-    for (const DrawnLabel* const label : m_labels) {
+    RECT uncovered = OwnArea();
+    // The first ones last: they are the ones that the mouse finds, too.
+    for (const DrawnLabel* const label : std::views::reverse(m_labels)) {
         if (!label->IsVisible()) continue;
         label->Draw(dc);
         const RECT covered = label->PixelRect();
+        SubtractRect(&uncovered, &uncovered, &covered);
+    }
+    // Where the labels fill the surface, as they do side by side, there is no ground to be seen.
+    if (IsRectEmpty(&uncovered)) return;
+    const int saved = SaveDC(dc);
+    for (const DrawnLabel* const label : m_labels) {
+        if (!label->IsVisible()) continue;
+        const RECT covered = label->PixelRect();
         ExcludeClipRect(dc, covered.left, covered.top, covered.right, covered.bottom);
     }
-    FillFace(dc, OwnArea(), m_back);
+    FillFace(dc, uncovered, m_back);
     RestoreDC(dc, saved);
 }
 
