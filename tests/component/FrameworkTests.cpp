@@ -151,7 +151,7 @@ protected:
         for (const bool upload : {false, true}) {
             std::vector<Variant> direction;
             direction.emplace_back(upload);
-            EXPECT_TRUE(FAILED(Invoke(Members(), L"DataInUpload", DISPATCH_PROPERTYPUT, std::move(direction)).hr));
+            EXPECT_TRUE(FAILED(Invoke(Members(), L"DataInUpload", DISPATCH_PROPERTYPUT, direction).hr));
         }
         SendMessageW(Child(L"Button", L"&Use PC System Date/Time?"), BM_CLICK, 0, 0);
         AskForSupport();
