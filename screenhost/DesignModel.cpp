@@ -101,8 +101,8 @@ Box DesignModel::HandleBox(const Box& box, Grip grip) const noexcept {
 }
 
 std::optional<Grip> DesignModel::GripAt(Spot spot) const noexcept {
-    for (auto name = m_selected.rbegin(); name != m_selected.rend(); ++name) {
-        const DesignItem* const item = Find(*name);
+    for (std::size_t i = m_selected.size(); i-- > 0;) {
+        const DesignItem* const item = Find(m_selected[i]);
         if (!item) continue;
         for (const Grip grip : Grips)
             if (HandleBox(item->box, grip).Contains(spot)) return grip;
