@@ -1,7 +1,6 @@
 #include "win32/LabelSurface.h"
 
 #include <algorithm>
-#include <ranges>
 #include <vector>
 
 #include "comkit/Bstr.h"
@@ -186,12 +185,12 @@ void LabelSurface::Impl::Invalidate(const Rect& bounds) {
 void LabelSurface::Impl::DrawAt(HDC dc) const {
     RECT uncovered = OwnArea();
     // The first ones last: they are the ones that the mouse finds, too.
-    for (const DrawnLabel* const label : std::views::reverse(m_labels)) {
-        if (!label->IsVisible()) continue;
+    std::for_each(m_labels.rbegin(), m_labels.rend(), [&](const DrawnLabel* label) {
+        if (!label->IsVisible()) return;
         label->Draw(dc);
         const RECT covered = label->PixelRect();
         SubtractRect(&uncovered, &uncovered, &covered);
-    }
+    });
     // Where the labels fill the surface, as they do side by side, there is no ground to be seen.
     if (IsRectEmpty(&uncovered)) return;
     const int saved = SaveDC(dc);

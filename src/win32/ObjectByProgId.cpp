@@ -1,5 +1,6 @@
 #include "win32/ObjectByProgId.h"
 
+#include <algorithm>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -25,9 +26,7 @@ public:
         const std::lock_guard guard(m_lock);
         const ULONGLONG now = GetTickCount64();
         std::erase_if(m_names, [now](const AbsentName& entry) { return now - entry.since > AbsenceHolds; });
-        for (const AbsentName& entry : m_names)
-            if (entry.name == name) return true;
-        return false;
+        return std::ranges::any_of(m_names, [name](const AbsentName& entry) { return entry.name == name; });
     }
     void Add(std::wstring_view name) {
         const std::lock_guard guard(m_lock);
