@@ -32,8 +32,8 @@ constexpr FieldEntry DataTypes[] = {
 /// The fields of both pages; they differ in the text of the help.
 constexpr auto FieldsWithHelp(std::int16_t help) {
     return std::to_array<FieldDescription>({
-        {.name = u"lblHeader(4)", .bounds = {7, 9, 116, 8}, .captionId = residSelectDataElement},
-        {.name = u"cboDataObject", .kind = DropDown, .bounds = {126, 7, 147, 150}},
+        {.name = u"lblHeader(4)", .bounds = {7, 9, 126, 8}, .captionId = residSelectDataElement},
+        {.name = u"cboDataObject", .kind = DropDown, .bounds = {136, 7, 137, 150}},
         {.name = u"lblHelp", .bounds = {7, 28, 266, 72}, .captionId = help},
         {.name = u"fraProperties", .kind = Frame, .bounds = {7, 106, 266, 91}},
         {.name = u"lblHeader(0)", .bounds = {15, 121, 102, 8}, .caption = u"Data&LMObject"},
