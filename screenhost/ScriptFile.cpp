@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <chrono>
+#include <cstdint>
 
 #include "screenhost/Utf8.h"
 
@@ -11,7 +12,7 @@ namespace screenhost {
 
 namespace {
 
-enum class Argument { None, Text, Milliseconds, Twips, Date, Time, Boolean, Value };
+enum class Argument : std::uint8_t { None, Text, Milliseconds, Twips, Date, Time, Boolean, Value };
 
 struct Grammar {
     Verb verb;
