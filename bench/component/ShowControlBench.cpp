@@ -174,6 +174,7 @@ void CompareOpeningAScreen(IClassFactory& factory, IStream& saved) {
 void MeasureIdling(IClassFactory& factory, IStream& saved) {
     WindowlessForm form;
     std::vector<ShownControl> controls;
+    controls.reserve(1000);
     for (int n = 0; n < 1000; ++n) controls.push_back(Open(factory, saved, form, PlaceOf(n)));
     UpdateWindow(form.Window());
     const auto used = [] {
