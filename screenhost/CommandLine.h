@@ -12,10 +12,12 @@ struct Options {
     std::vector<std::string> servers;  ///< component servers to use without registration
     std::string screenshot;
     std::string script;
-    std::string log;  ///< transcript; standard output where empty
+    std::vector<std::string> checks;  ///< screen files that are to be checked and not shown
+    std::string log;                  ///< transcript; standard output where empty
     bool design = false;
     bool once = false;
     bool help = false;
+    bool check = false;
 };
 
 /// The arguments behind the program's name. Throws TextError.

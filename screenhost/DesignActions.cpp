@@ -115,8 +115,27 @@ void DesignActions::PressInFrame(const std::string& caption) {
     m_user.ClickText(FindCaption(buttons, caption));
 }
 
+void DesignActions::ChooseVariable(const std::string& variable) {
+    const DevicePanel& panel = m_window.Device();
+    const int row = panel.RowOf(variable);
+    SendMessageW(panel.List(), LVM_ENSUREVISIBLE, static_cast<WPARAM>(row), FALSE);
+    RECT place{LVIR_LABEL, 0, 0, 0};
+    SendMessageW(panel.List(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+    m_user.Click(panel.List(), MiddleOf(place));
+    const LRESULT chosen = SendMessageW(panel.List(), LVM_GETNEXTITEM, static_cast<WPARAM>(-1), LVNI_SELECTED);
+    if (chosen != row) throw TextError("the click chose another row");
+}
+
+std::vector<HWND> DesignActions::WindowsBesideTheScreen() {
+    const PropertyFrame* const frame = m_window.Frame();
+    std::vector<HWND> windows = Descendants(frame ? frame->Handle() : m_window.Handle());
+    const HWND screen = m_window.View().Handle();
+    std::erase_if(windows, [screen](HWND window) { return IsChild(screen, window) != FALSE; });
+    return windows;
+}
+
 HWND DesignActions::FindField(const std::string& label) {
-    std::vector<HWND> named = Descendants(Frame().Handle());
+    std::vector<HWND> named = WindowsBesideTheScreen();
     std::erase_if(
         named, [](HWND window) { return IsGroupBox(window) || (!IsButton(window) && !IsOfClass(window, WC_STATICW)); });
     const HWND found = FindCaption(named, label);

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include <string>
+#include <vector>
 
 #include "screenhost/DesignModel.h"
 #include "screenhost/MainWindow.h"
@@ -29,10 +30,15 @@ public:
     /// handle: "N", "NE", "E" and so on.
     void DragHandle(const std::string& name, const std::string& handle, int dx, int dy);
 
+    /// A row of the device panel.
+    void ChooseVariable(const std::string& variable);
+
     /// A page of the property frame, by its tab.
     void TurnToPage(const std::string& title);
     /// A button of the frame, or a check box or option button of its page.
     void PressInFrame(const std::string& caption);
+    // Fields are those of the property frame or, where none is open, of the main window beside the screen.
+
     /// Types into the field behind a label, in place of what is there.
     void TypeField(const std::string& label, const std::string& text);
     /// Goes to an entry of the list behind a label with the arrow keys. The beginning of its text is enough.
@@ -42,6 +48,7 @@ public:
 
 private:
     PropertyFrame& Frame();
+    std::vector<HWND> WindowsBesideTheScreen();
     /// The check box with this caption, or the field that follows the label with this caption.
     HWND FindField(const std::string& label);
     HWND Glass();

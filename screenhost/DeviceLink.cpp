@@ -15,6 +15,15 @@ namespace {
 constexpr const wchar_t* DeviceProgId = L"VexaSimulator.Device";
 constexpr double SecondsPerDay = 86400.0;
 
+// In the order of DeviceSwitch.
+constexpr std::array<const wchar_t*, DeviceSwitches> SwitchMembers{L"ClockPaused", L"Offline", L"ResponseTime",
+                                                                   L"RefuseWrites"};
+constexpr long SlowMilliseconds = 1000;
+
+long NumberOf(const comkit::Variant& value) {
+    return value.Type() == VT_I4 ? value.Get().lVal : 0;
+}
+
 std::string TextOf(const comkit::Variant& value) {
     return value.Type() == VT_BSTR ? Narrow(value.Get().bstrVal) : std::string();
 }
@@ -101,8 +110,32 @@ void DeviceLink::SetValue(const std::string& variable, const std::string& text) 
     Telling(variable, [&] { comkit::Put(Device(), L"Value", Wide(variable).c_str(), Wide(text).c_str()); });
 }
 
-void DeviceLink::SetOffline(bool offline) {
-    Telling("the device", [&] { comkit::Put(Device(), L"Offline", offline); });
+std::vector<DeviceVariable> DeviceLink::Variables() const {
+    return Telling("the device's variables", [&] {
+        std::vector<DeviceVariable> result;
+        const long count = NumberOf(comkit::Call(Device(), L"VariableCount"));
+        for (long i = 0; i < count; ++i)
+            result.push_back({TextOf(comkit::Call(Device(), L"VariableName", i)),
+                              NumberOf(comkit::Call(Device(), L"VariableType", i))});
+        return result;
+    });
+}
+
+bool DeviceLink::Switch(DeviceSwitch which) const {
+    return Telling("the device", [&] {
+        const comkit::Variant value = comkit::Call(Device(), SwitchMembers.at(static_cast<std::size_t>(which)));
+        return value.Type() == VT_BOOL ? value.Get().boolVal != VARIANT_FALSE : NumberOf(value) != 0;
+    });
+}
+
+void DeviceLink::SetSwitch(DeviceSwitch which, bool on) {
+    Telling("the device", [&] {
+        const wchar_t* const member = SwitchMembers.at(static_cast<std::size_t>(which));
+        if (which == DeviceSwitch::Slow)
+            comkit::Put(Device(), member, on ? SlowMilliseconds : 0L);
+        else
+            comkit::Put(Device(), member, on);
+    });
 }
 
 void DeviceLink::Refresh() {
@@ -112,8 +145,7 @@ void DeviceLink::Refresh() {
 void DeviceLink::CollectLog(HostLog& log) {
     if (!m_device) return;
     try {
-        const comkit::Variant count = comkit::Call(*m_device, L"LogCount");
-        const long lines = count.Type() == VT_I4 ? count.Get().lVal : 0;
+        const long lines = NumberOf(comkit::Call(*m_device, L"LogCount"));
         if (lines < m_linesSeen) m_linesSeen = 0;  // somebody cleared it
         for (; m_linesSeen < lines; ++m_linesSeen) {
             const long number = m_linesSeen;

@@ -1,8 +1,11 @@
 // The simulated device, where the simulator is there. It is reached late-bound; nothing here fails when it is not.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "comkit/ComPtr.h"
 #include "screenhost/HostLog.h"
@@ -25,6 +28,15 @@ std::string Describe(const CivilDateTime& value);
 /// later - earlier.
 double SecondsBetween(const CivilDateTime& earlier, const CivilDateTime& later);
 
+struct DeviceVariable {
+    std::string name;
+    long type;  ///< 0 input, 1 output, 2 configuration
+};
+
+/// What may be wrong with a device.
+enum class DeviceSwitch : std::uint8_t { ClockPaused, Offline, Slow, RejectsWrites };
+inline constexpr std::size_t DeviceSwitches = 4;
+
 class DeviceLink {
 public:
     /// Looks for the simulator; may be called again once a server was added.
@@ -37,7 +49,9 @@ public:
     void SetNow(double days);
     std::string Value(const std::string& variable) const;
     void SetValue(const std::string& variable, const std::string& text);
-    void SetOffline(bool offline);
+    std::vector<DeviceVariable> Variables() const;
+    bool Switch(DeviceSwitch which) const;
+    void SetSwitch(DeviceSwitch which, bool on);
     void Refresh();
 
     /// Copies what is new in the device's log.

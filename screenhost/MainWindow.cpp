@@ -18,6 +18,7 @@ namespace screenhost {
 namespace {
 
 constexpr UINT PollMilliseconds = 200;
+constexpr ULONGLONG LongestAnswer = 2500;  // milliseconds; a slow device needs one second for each value
 constexpr int FirstLogHeight = 210;
 constexpr DWORD ButtonStyle = WS_TABSTOP | BS_PUSHBUTTON;
 constexpr DWORD ToggleStyle = BS_AUTORADIOBUTTON | BS_PUSHLIKE;
@@ -34,6 +35,7 @@ HFONT MakeMessageFont() {
 MainWindow::MainWindow(ScreenContext& context, ScreenFile file, std::string fileName)
     : m_context(context),
       m_fileName(std::move(fileName)),
+      m_problems(file.Problems().size()),
       m_font(MakeMessageFont()),
       m_logHeight(Scaled(FirstLogHeight)) {
     const HINSTANCE instance = GetModuleHandleW(nullptr);
@@ -65,13 +67,25 @@ void MainWindow::CreateParts() {
     const HFONT font = m_font.Get();
     m_read = MakeChild(Handle(), WC_BUTTONW, L"&Read from device", ButtonStyle | WS_GROUP, CMD_READ, font);
     m_write = MakeChild(Handle(), WC_BUTTONW, L"&Write to device", ButtonStyle, CMD_WRITE, font);
+    m_panelButton = MakeChild(Handle(), WC_BUTTONW, L"De&vice panel", WS_TABSTOP | BS_CHECKBOX | BS_PUSHLIKE,
+                              CMD_DEVICE_PANEL, font);
     m_run = MakeChild(Handle(), WC_BUTTONW, L"Run", ToggleStyle | WS_GROUP | WS_TABSTOP, CMD_RUN, font);
     m_design = MakeChild(Handle(), WC_BUTTONW, L"Design", ToggleStyle, CMD_DESIGN, font);
     m_palette.emplace(Handle(), ID_PALETTE, font);
+    m_devicePanel = std::make_unique<DevicePanel>(Handle(), ID_DEVICE, font, *m_context.device);
     m_logTitle = MakeChild(Handle(), WC_STATICW, L"Events and device log", SS_LEFT | SS_CENTERIMAGE | WS_GROUP,
                            ID_LOG_TITLE, font);
+    m_filterLabel = MakeChild(Handle(), WC_STATICW, L"F&ilter:", SS_RIGHT | SS_CENTERIMAGE, ID_FILTER_LABEL, font);
+    m_filter = MakeChild(Handle(), WC_EDITW, L"", WS_BORDER | WS_TABSTOP | ES_AUTOHSCROLL, ID_FILTER, font);
+    m_copy = MakeChild(Handle(), WC_BUTTONW, L"Co&py", ButtonStyle, CMD_COPY_LOG, font);
     m_clear = MakeChild(Handle(), WC_BUTTONW, L"&Clear", ButtonStyle, CMD_CLEAR_LOG, font);
     m_logPanel.emplace(Handle(), ID_LOG, font, *m_context.log);
+    m_logPanel->onCopy = [this] { CopyLog(); };
+    m_devicePanel->onMessage = [this](const std::string& text, bool failed) {
+        if (failed) m_context.log->Add("error", text);
+        ShowStatus(text);
+        Poll();
+    };
     m_status = MakeChild(Handle(), STATUSCLASSNAMEW, L"", SBARS_SIZEGRIP, ID_STATUS, font);
 }
 
@@ -79,19 +93,25 @@ void MainWindow::Open() {
     m_view->OpenControls();
     m_bOpen = true;
     FitToContents();
-    ShowWindow(Handle(), SW_SHOWNORMAL);
+    ShowAsRemembered();
     SetForegroundWindow(Handle());
     m_context.userMode ? static_cast<void>(SetFocus(m_read)) : m_view->Design().Focus();
     UpdateCommands();
     Poll();
     SetTimer(Handle(), PollTimer, PollMilliseconds, nullptr);
     UpdateWindow(Handle());
+    TellProblems(m_problems);
 }
 
 bool MainWindow::Filter(MSG& message) {
     if (m_properties && m_properties->IsOpen() && m_properties->Filter(message)) return true;
     // A window of somebody else's, such as an about box, has its own keys.
     if (GetAncestor(message.hwnd, GA_ROOT) != Handle()) return false;
+    if (m_devicePanel->Filter(message)) return true;
+    if (message.hwnd == m_filter && message.message == WM_KEYDOWN && message.wParam == VK_ESCAPE) {
+        SetWindowTextW(m_filter, L"");
+        return true;
+    }
     const bool isKey = message.message >= WM_KEYFIRST && message.message <= WM_KEYLAST;
     if (isKey && m_context.userMode) {
         const comkit::ComPtr<IOleInPlaceActiveObject> active(m_frame->Active());
@@ -123,7 +143,13 @@ void MainWindow::SwitchMode(bool userMode) {
 
 void MainWindow::OnExchange(bool upload) {
     if (!m_context.userMode) return;
+    EndExchange();
+    Poll();
     m_context.log->Add("host", upload ? "reading from the device" : "writing to the device");
+    m_exchange.emplace(upload ? ExchangeOutcome::Kind::Read : ExchangeOutcome::Kind::Write);
+    m_exchangeLog = m_context.log->End();
+    m_exchangeEnd = GetTickCount64() + LongestAnswer;
+    if (upload) ShowStatus("Reading from the device...");
     for (const auto& control : m_view->Controls()) {
         IDispatch* const members = control->ControlDispatch();
         wchar_t name[] = L"DataInUpload";
@@ -138,7 +164,34 @@ void MainWindow::OnExchange(bool upload) {
         }
     }
     Poll();
-    ShowStatus(upload ? "Read from the device." : "Written to the device.");
+    // What is written is written at once; values that are read come by and by.
+    if (!upload) EndExchange();
+}
+
+/// Tells how far reading has come, and that it is over once nothing more has come for a while.
+void MainWindow::FollowExchange() {
+    if (!m_exchange) return;
+    bool isNew = false;
+    for (; m_exchangeLog < m_context.log->End(); ++m_exchangeLog) {
+        if (m_exchangeLog < m_context.log->Begin()) continue;
+        const LogEntry& entry = m_context.log->At(m_exchangeLog);
+        if (entry.source == "device" && m_exchange->Take(entry.text)) isNew = true;
+    }
+    if (isNew) {
+        ShowStatus(m_exchange->Text());
+        m_exchangeEnd = GetTickCount64() + LongestAnswer;
+    } else if (m_exchange->What() == ExchangeOutcome::Kind::Read && GetTickCount64() >= m_exchangeEnd) {
+        EndExchange();
+    }
+}
+
+void MainWindow::EndExchange() {
+    if (!m_exchange) return;
+    const std::string text = m_exchange->Text();
+    const bool isGood = m_exchange->Done() > 0 && m_exchange->Refused() == 0;
+    m_exchange.reset();
+    m_context.log->Add(isGood ? "host" : "error", text);
+    ShowStatus(text);
 }
 
 void MainWindow::Report(const std::string& text) {
@@ -149,6 +202,13 @@ void MainWindow::Report(const std::string& text) {
 
 void MainWindow::ShowInBox(HWND over, const std::string& text) const {
     if (!m_bQuiet) MessageBoxW(over, Wide(text).c_str(), L"Screen Host", MB_ICONWARNING);
+}
+
+std::string MainWindow::StatusText() const {
+    std::wstring text(LOWORD(SendMessageW(m_status, SB_GETTEXTLENGTHW, TextPart, 0)) + std::size_t{1}, L'\0');
+    SendMessageW(m_status, SB_GETTEXTW, TextPart, reinterpret_cast<LPARAM>(text.data()));
+    text.pop_back();
+    return Narrow(std::wstring_view(text));
 }
 
 void MainWindow::ShowStatus(const std::string& text) {
@@ -174,7 +234,10 @@ void MainWindow::ShowClock() {
 
 void MainWindow::Poll() {
     m_context.device->CollectLog(*m_context.log);
+    FollowExchange();
     m_logPanel->Refresh();
+    ShowLogTitle();
+    if (IsWindowVisible(m_devicePanel->Handle())) m_devicePanel->Refresh();
     ShowClock();
 }
 
@@ -228,8 +291,17 @@ void MainWindow::OnCommand(int command) {
             return SwitchMode(!m_context.userMode);
         case CMD_NEXT_PANE:
             return FocusNextPane();
+        case CMD_DEVICE_PANEL:
+            return ShowDevicePanel(!IsWindowVisible(m_devicePanel->Handle()));
         case CMD_CLEAR_LOG:
-            return m_logPanel->Clear();
+            m_logPanel->Clear();
+            return ShowLogTitle();
+        case CMD_COPY_LOG:
+            return CopyLog();
+        case CMD_FILTER_LOG:
+            SetFocus(m_filter);
+            SendMessageW(m_filter, EM_SETSEL, 0, -1);
+            return;
         case CMD_ABOUT:
             MessageBoxW(Handle(), L"Screen Host 1.0\n\nShows a screen of device controls, for use or for design.",
                         L"About Screen Host", MB_ICONINFORMATION);
@@ -279,6 +351,8 @@ LRESULT MainWindow::OnMessage(UINT message, WPARAM wParam, LPARAM lParam) {
             try {
                 if (LOWORD(wParam) == ID_PALETTE && m_palette)
                     m_palette->OnCommand(HIWORD(wParam));
+                else if (LOWORD(wParam) == ID_FILTER && HIWORD(wParam) == EN_CHANGE)
+                    OnFilterChange();
                 else
                     OnCommand(LOWORD(wParam));
             } catch (const TextError& error) {

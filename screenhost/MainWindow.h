@@ -11,6 +11,9 @@
 #include <vector>
 
 #include "comkit/Handle.h"
+#include "screenhost/DevicePanel.h"
+#include "screenhost/ExchangeOutcome.h"
+#include "screenhost/HostSettings.h"
 #include "screenhost/LogPanel.h"
 #include "screenhost/PalettePanel.h"
 #include "screenhost/PropertyFrame.h"
@@ -27,6 +30,10 @@ public:
     /// context, log and device outlive the window. Throws TextError.
     MainWindow(ScreenContext& context, ScreenFile file, std::string fileName);
     ~MainWindow() override;
+
+    /// Remembers the screens that are opened and where the window stands. They outlive the window. To be called before
+    /// Open.
+    void UseSettings(HostSettings& settings);
 
     /// Opens the controls and shows the window, large enough for them.
     void Open();
@@ -47,6 +54,9 @@ public:
 
     void SetPalette(std::vector<PaletteClass> classes) { m_palette->SetClasses(std::move(classes)); }
     PalettePanel& Palette() noexcept { return *m_palette; }
+    /// Throws TextError while the panel is not shown.
+    DevicePanel& Device();
+    std::string StatusText() const;
     /// Null while no property frame is open.
     PropertyFrame* Frame() noexcept { return m_properties && m_properties->IsOpen() ? m_properties.get() : nullptr; }
     /// Fetches what is new from the device and shows it.
@@ -64,6 +74,12 @@ private:
     LRESULT OnMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void ConnectDesign();
     bool OnFileCommand(int command);
+    bool OnRecentCommand(int command);
+    void Remember(const std::string& fileName);
+    void ShowRecent();
+    void ShowAsRemembered();
+    void RememberWindow();
+    void TellProblems(std::size_t count);
     bool OnDesignCommand(int command);
     bool OnAlignCommand(int command);
     void OnDesignChange();
@@ -82,6 +98,13 @@ private:
     void OnActivate(bool active);
     bool OnSplitterCursor(LPARAM lParam) const;
     void OnExchange(bool upload);
+    void FollowExchange();
+    void EndExchange();
+    void ShowDevicePanel(bool shown);
+    void OnFilterChange();
+    void CopyLog();
+    void ShowLogTitle();
+    void LayoutLog(int width, int titleTop, int listTop, int bottom);
     void CreateParts();
     void Layout();
     void LayoutButtons(int width);
@@ -98,17 +121,26 @@ private:
     SIZE ButtonSize(HWND button) const;
     int BarHeight() const;
     int SideWidth() const;
+    int DeviceWidth() const;
+    SIZE LeastContent() const;
     bool OnSplitter(UINT message, LPARAM lParam);
 
     ScreenContext& m_context;
     std::string m_fileName;
+    std::size_t m_problems;              ///< lines of the first screen that could not be understood
+    HostSettings* m_settings = nullptr;  ///< null: nothing is remembered
+    RecentFiles m_recent;
     comkit::UniqueFont m_font;
     comkit::ComPtr<InPlaceFrame> m_frame;
     HWND m_read = nullptr;
     HWND m_write = nullptr;
+    HWND m_panelButton = nullptr;
     HWND m_run = nullptr;
     HWND m_design = nullptr;
     HWND m_logTitle = nullptr;
+    HWND m_filterLabel = nullptr;
+    HWND m_filter = nullptr;
+    HWND m_copy = nullptr;
     HWND m_clear = nullptr;
     HWND m_status = nullptr;
     HWND m_lastFocus = nullptr;
@@ -117,7 +149,12 @@ private:
     std::unique_ptr<ScreenView> m_view;
     std::optional<LogPanel> m_logPanel;
     std::optional<PalettePanel> m_palette;
+    std::unique_ptr<DevicePanel> m_devicePanel;
     std::unique_ptr<PropertyFrame> m_properties;
+    std::optional<ExchangeOutcome> m_exchange;  ///< while the outcome is still open
+    std::size_t m_exchangeLog = 0;              ///< the first line of the log that it has not taken
+    ULONGLONG m_exchangeEnd = 0;
+    std::wstring m_logTitleText;
     int m_logHeight;
     bool m_bOpen = false;
     bool m_bQuiet = false;

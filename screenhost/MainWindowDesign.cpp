@@ -186,17 +186,20 @@ void MainWindow::ShowControlMenu(POINT screen) {
                    nullptr);
 }
 
-/// From the screen to the palette to the log and round again.
+/// From the screen to the palette, the device and the log and round again.
 void MainWindow::FocusNextPane() {
     const HWND screen = m_context.userMode ? m_view->Handle() : m_view->Design().InputWindow();
-    const std::array<HWND, 3> panes{screen, m_palette->List(), m_logPanel->Handle()};
+    const std::array<HWND, 4> panes{screen, m_palette->List(), m_devicePanel->List(), m_logPanel->Handle()};
     const HWND focus = GetFocus();
-    const auto isHere = [focus](HWND pane) { return focus == pane || IsChild(pane, focus); };
+    const HWND device = m_devicePanel->Handle();
+    const auto isHere = [&](HWND pane) {
+        return focus == pane || IsChild(pane, focus) || (pane == panes[2] && IsChild(device, focus));
+    };
     std::size_t next = 0;
     for (std::size_t i = 0; i < panes.size(); ++i)
         if (isHere(panes[i])) next = i + 1;
     next %= panes.size();
-    if (!IsWindowVisible(panes[next])) next = (next + 1) % panes.size();
+    while (!IsWindowVisible(panes[next])) next = (next + 1) % panes.size();
     const HWND inside = m_context.userMode && next == 0 ? GetNextDlgTabItem(panes[0], nullptr, FALSE) : nullptr;
     SetFocus(inside ? inside : panes[next]);
 }

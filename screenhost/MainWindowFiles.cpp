@@ -35,6 +35,7 @@ void MainWindow::SaveAs() {
     if (name.empty()) return;
     Save(name);
     m_fileName = name;
+    Remember(name);
     UpdateTitle();
 }
 
@@ -64,12 +65,22 @@ bool MainWindow::MayDrop() {
 
 void MainWindow::OpenFile(const std::string& fileName) {
     if (m_properties) m_properties->Close();
-    m_view->Load(ReadScreen(fileName, *m_context.log));
+    ScreenFile file = ReadScreen(fileName, *m_context.log);
+    const std::size_t problems = file.Problems().size();
+    m_view->Load(std::move(file));
     m_fileName = fileName;
     m_context.log->Add("host", "opened " + fileName);
+    Remember(fileName);
     UpdateTitle();
     UpdateCommands();
     Poll();
+    TellProblems(problems);
+}
+
+/// Each of them stands in the log, with its number.
+void MainWindow::TellProblems(std::size_t count) {
+    if (count == 0) return;
+    ShowStatus(std::to_string(count) + (count == 1 ? " bad line" : " bad lines") + " in the screen: see the log.");
 }
 
 void MainWindow::NewFile() {
@@ -83,6 +94,7 @@ void MainWindow::NewFile() {
 void MainWindow::OnClose() {
     if (!MayDrop()) return;
     KillTimer(Handle(), PollTimer);
+    RememberWindow();
     if (m_properties) m_properties->Close();
     m_view->CloseControls();
     PostQuitMessage(0);
@@ -112,7 +124,7 @@ bool MainWindow::OnFileCommand(int command) {
             SendMessageW(Handle(), WM_CLOSE, 0, 0);
             return true;
         default:
-            return false;
+            return OnRecentCommand(command);
     }
 }
 

@@ -40,7 +40,7 @@ int MainWindow::BarHeight() const {
 void MainWindow::LayoutButtons(int width) {
     const int gap = Scaled(Gap);
     int x = gap;
-    for (HWND button : {m_read, m_write}) {
+    for (HWND button : {m_read, m_write, m_panelButton}) {
         const SIZE size = ButtonSize(button);
         MoveTo(button, x, gap, static_cast<int>(size.cx), static_cast<int>(size.cy));
         x += static_cast<int>(size.cx) + gap;
@@ -75,11 +75,10 @@ void MainWindow::Layout() {
     const int screenHeight = std::max(0, titleTop - Scaled(SplitterHeight) - bar - 2);
     m_palette->Show(side > 0);
     m_palette->SetPlace({gap, bar + 2, side - gap, bar + 2 + screenHeight - gap / 2});
-    MoveTo(m_view->Handle(), side, bar + 2, std::max(0, width - side), screenHeight);
-    const int clearWidth = static_cast<int>(ButtonSize(m_clear).cx);
-    MoveTo(m_logTitle, gap, titleTop, width - clearWidth - 3 * gap, titleHeight - Scaled(2));
-    MoveTo(m_clear, width - clearWidth - gap, titleTop - Scaled(1), clearWidth, titleHeight - Scaled(2));
-    m_logPanel->SetPlace({gap, listTop, width - gap, bottom - gap});
+    const int device = DeviceWidth();
+    MoveTo(m_view->Handle(), side, bar + 2, std::max(0, width - side - device), screenHeight);
+    MoveTo(m_devicePanel->Handle(), width - device + gap, bar + 2, std::max(0, device - gap), screenHeight);
+    LayoutLog(width, titleTop, listTop, bottom);
     // Only a screen that is laid out has a place to show.
     const int place = m_context.userMode ? 0 : Scaled(280);
     std::array<int, StatusParts> parts{std::max(Scaled(20), width - Scaled(285) - place),
@@ -90,6 +89,38 @@ void MainWindow::Layout() {
     RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
+/// The row above the list from the right to the left, the title takes what is left; then the list.
+void MainWindow::LayoutLog(int width, int titleTop, int listTop, int bottom) {
+    const int gap = Scaled(Gap);
+    const int height = static_cast<int>(ButtonSize(m_clear).cy) - Scaled(2);
+    int right = width - gap;
+    for (HWND button : {m_clear, m_copy}) {
+        const int taken = static_cast<int>(ButtonSize(button).cx);
+        MoveTo(button, right - taken, titleTop - Scaled(1), taken, height);
+        right -= taken + gap;
+    }
+    const int field = std::clamp(width / 4, Scaled(90), Scaled(220));
+    const int label = Scaled(42);
+    MoveTo(m_filter, right - field, titleTop, field, height - Scaled(3));
+    MoveTo(m_filterLabel, right - field - label, titleTop, label - gap / 2, height - Scaled(3));
+    MoveTo(m_logTitle, gap, titleTop, std::max(0, right - field - label - 2 * gap), height);
+    m_logPanel->SetPlace({gap, listTop, width - gap, bottom - gap});
+}
+
+/// Of what stands to the right of the screen.
+int MainWindow::DeviceWidth() const {
+    return IsWindowVisible(m_devicePanel->Handle()) ? m_devicePanel->Width() + 2 * Scaled(Gap) : 0;
+}
+
+/// What the screen and the panels beside it need.
+SIZE MainWindow::LeastContent() const {
+    SIZE content = m_view->ContentSize();
+    if (!m_context.userMode)
+        content = {std::max<LONG>(content.cx, Scaled(480)), std::max<LONG>(content.cy, Scaled(320))};
+    if (DeviceWidth() > 0) content.cy = std::max<LONG>(content.cy, m_devicePanel->LeastHeight());
+    return content;
+}
+
 /// Of what stands to the left of the screen.
 int MainWindow::SideWidth() const {
     return m_context.userMode ? 0 : m_palette->Width() + 2 * Scaled(Gap);
@@ -98,9 +129,7 @@ int MainWindow::SideWidth() const {
 /// Makes the window larger where the controls need it; never smaller.
 void MainWindow::FitToContents() {
     if (!m_bOpen) return;
-    SIZE content = m_view->ContentSize();
-    if (!m_context.userMode)
-        content = {std::max<LONG>(content.cx, Scaled(480)), std::max<LONG>(content.cy, Scaled(320))};
+    const SIZE content = LeastContent();
     RECT view{};
     GetClientRect(m_view->Handle(), &view);
     RECT window{};
@@ -112,7 +141,7 @@ void MainWindow::FitToContents() {
     int height = HeightOf(window) + std::max(0, static_cast<int>(content.cy) - HeightOf(view));
     if (isFirst) {
         RECT frame{};
-        frame.right = std::max<LONG>(content.cx + SideWidth(), Scaled(SmallestWidth));
+        frame.right = std::max<LONG>(content.cx + SideWidth() + DeviceWidth(), Scaled(SmallestWidth));
         RECT status{};
         GetWindowRect(m_status, &status);
         frame.bottom =

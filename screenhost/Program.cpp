@@ -1,7 +1,7 @@
 // ScreenHost.exe: command line, start and end.
 //
-// Exit status: 0 when all went well, 1 when a step of the script or a control failed, 2 when there was nothing to do it
-// with (bad command line, missing file), 3 when the program had to be ended because it hung.
+// Exit status: 0 when all went well, 1 when a step of the script or a control failed or a check found something, 2 when
+// there was nothing to do it with (bad command line, missing file), 3 when the program had to be ended because it hung.
 #include <windows.h>
 
 #include <commctrl.h>
@@ -16,6 +16,7 @@
 #include "screenhost/FontObject.h"
 #include "screenhost/MainWindow.h"
 #include "screenhost/MessagePump.h"
+#include "screenhost/ScreenCheck.h"
 #include "screenhost/ScriptPlayer.h"
 #include "screenhost/ServerLibrary.h"
 #include "screenhost/TextFile.h"
@@ -128,6 +129,9 @@ int RunHost(const Options& options, Transcript& transcript) {
     const bool unattended = script || options.once;
     if (unattended) watchdog.Expect("the opening of the screen", OpeningTime);
     window.SetQuiet(unattended);
+    // A script leaves nothing behind, and finds the window as it is made.
+    HostSettings settings;
+    if (!unattended) window.UseSettings(settings);
     window.SetPalette(ClassesOf(servers));
     window.Open();
     pump.Settle();
@@ -151,6 +155,25 @@ int Refuse(Transcript* transcript, const std::string& text, bool box) {
     return StatusUnusable;
 }
 
+/// Reports on each screen, and goes on behind one that cannot be read.
+int CheckScreens(const std::vector<std::string>& names, Transcript& transcript) {
+    int status = 0;
+    for (const std::string& name : names) {
+        try {
+            ScreenFile screen = ScreenFile::Parse(ReadTextFile(name, ScreenFile::MaxBytes));
+            const std::vector<Finding> findings = CheckScreen(screen);
+            transcript.Write(DescribeFindings(name, findings));
+            transcript.Write(name + ": " + (findings.empty() ? "no" : std::to_string(findings.size())) +
+                             (findings.size() == 1 ? " finding\n" : " findings\n"));
+            if (!findings.empty()) status = std::max(status, StatusFailed);
+        } catch (const TextError& error) {
+            transcript.Write(std::string("ScreenHost: ") + error.what() + "\n");
+            status = StatusUnusable;
+        }
+    }
+    return status;
+}
+
 int Main() {
     std::optional<Transcript> transcript;
     Options options;
@@ -158,9 +181,10 @@ int Main() {
         options = ParseCommandLine(Arguments());
         transcript.emplace(options.log);
         if (options.help) {
-            transcript->Write(std::string(UsageText()) + "\nSteps of a script:\n" + ScriptHelp());
+            transcript->Write(std::string(UsageText()) + ScriptHelp());
             return 0;
         }
+        if (options.check) return CheckScreens(options.checks, *transcript);
         return Telling("ScreenHost", [&] { return RunHost(options, *transcript); });
     } catch (const TextError& error) {
         if (!transcript) transcript.emplace(std::string());

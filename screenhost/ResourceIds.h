@@ -37,8 +37,15 @@
 #define CMD_SAME_HEIGHT 127
 #define CMD_TOGGLE_MODE 128
 #define CMD_NEXT_PANE 129
+#define CMD_DEVICE_PANEL 130
+#define CMD_COPY_LOG 131
+#define CMD_FILTER_LOG 132
+#define CMD_RECENT 300  // and the next seven
 #define ID_VIEW 200
 #define ID_LOG 201
 #define ID_STATUS 202
 #define ID_LOG_TITLE 203
 #define ID_PALETTE 204  // and 205, its title
+#define ID_DEVICE 206
+#define ID_FILTER 207
+#define ID_FILTER_LABEL 208

@@ -58,6 +58,11 @@ std::vector<std::string> ScreenSection::Keys() const {
     return result;
 }
 
+std::size_t ScreenSection::LineOf(std::string_view key) const noexcept {
+    const std::size_t index = IndexOf(key);
+    return index < m_lines.size() ? m_lines[index].number : 0;
+}
+
 std::string ScreenSection::Text() const {
     std::string result;
     for (const Line& line : m_lines) (result += line.text) += line.end;
@@ -90,7 +95,7 @@ void ScreenSection::Put(std::string_view key, const ScreenValue& value, std::str
         end = before.end;
     }
     m_lines.insert(m_lines.begin() + static_cast<std::ptrdiff_t>(place),
-                   Line{text, end, std::pair(std::string(key), value)});
+                   Line{text, end, std::pair(std::string(key), value), 0});
 }
 
 void ScreenSection::Remove(std::string_view key) {
@@ -115,7 +120,7 @@ ScreenFile ScreenFile::Parse(std::string_view text) {
 }
 
 void ScreenFile::ReadLine(std::string_view text, std::string_view end, std::size_t number) {
-    ScreenSection::Line line{std::string(text), std::string(end), std::nullopt};
+    ScreenSection::Line line{std::string(text), std::string(end), std::nullopt, number};
     const std::string_view content = Trim(text);
     const bool isHeader = content.starts_with('[');
     if (isHeader) m_sections.emplace_back().m_bHasHeader = true;
@@ -204,13 +209,13 @@ ScreenSection& ScreenFile::AddControl(std::string_view name) {
             isEmpty = false;
         }
     }
-    if (!isEmpty) m_sections.back().m_lines.push_back({"", end, std::nullopt});
+    if (!isEmpty) m_sections.back().m_lines.push_back({"", end, std::nullopt, 0});
     ScreenSection& section = m_sections.emplace_back();
     section.m_name = name;
     section.m_bHasHeader = true;
     std::string header(1, '[');
     (header += name) += ']';
-    section.m_lines.push_back({std::move(header), end, std::nullopt});
+    section.m_lines.push_back({std::move(header), end, std::nullopt, 0});
     return section;
 }
 
@@ -219,7 +224,7 @@ ScreenSection& ScreenFile::AddCopy(const ScreenSection& source, std::string_view
     const std::string end = section.m_lines.front().end;
     for (const ScreenSection::Line& line : source.m_lines) {
         const bool isHeader = source.m_bHasHeader && &line == &source.m_lines.front();
-        if (!isHeader && !Trim(line.text).empty()) section.m_lines.push_back({line.text, end, line.entry});
+        if (!isHeader && !Trim(line.text).empty()) section.m_lines.push_back({line.text, end, line.entry, 0});
     }
     return section;
 }

@@ -37,6 +37,10 @@ public:
     /// Null when there is no such key. Valid until the section is changed.
     const ScreenValue* Find(std::string_view key) const noexcept;
     std::vector<std::string> Keys() const;
+    /// The line of the file, from 1, on which a key stood when it was read; 0 for one that was put since.
+    std::size_t LineOf(std::string_view key) const noexcept;
+    /// The same of the section's header.
+    std::size_t HeaderLine() const noexcept { return m_bHasHeader ? m_lines.front().number : 0; }
     /// The section's own lines, header included.
     std::string Text() const;
 
@@ -52,6 +56,7 @@ private:
         std::string text;
         std::string end;
         std::optional<std::pair<std::string, ScreenValue>> entry;
+        std::size_t number = 0;
     };
 
     std::size_t IndexOf(std::string_view key) const noexcept;

@@ -12,7 +12,7 @@ namespace screenhost {
 
 namespace {
 
-enum class Argument : std::uint8_t { None, Text, Milliseconds, Twips, Date, Time, Boolean, Value };
+enum class Argument : std::uint8_t { None, Text, Milliseconds, Twips, Count, Date, Time, Boolean, Value };
 
 struct Grammar {
     Verb verb;
@@ -25,6 +25,7 @@ struct Grammar {
 constexpr std::int32_t LongestWait = 600'000;  // milliseconds
 constexpr std::int32_t LongestWithin = 600;    // seconds
 constexpr std::int32_t MostTwips = 450'000;
+constexpr std::int32_t MostLines = 100'000;
 
 using enum Argument;
 
@@ -66,6 +67,10 @@ constexpr Grammar Grammars[] = {
     {Verb::ExpectFrame, "expect-frame", {Boolean}, true, "True|False [within SECONDS]"},
     {Verb::ExpectSelection, "expect-selection", {Text}, true, "NAMES [within SECONDS]"},
     {Verb::ExpectTitle, "expect-title", {Text}, true, "TEXT [within SECONDS]"},
+    {Verb::ChooseVariable, "choose-variable", {Text}, false, "VARIABLE"},
+    {Verb::ExpectPanel, "expect-panel", {Text, Text}, true, "VARIABLE TEXT [within SECONDS]"},
+    {Verb::ExpectStatus, "expect-status", {Text}, true, "TEXT [within SECONDS]"},
+    {Verb::ExpectCopied, "expect-copied", {Count, Text}, false, "LINES TEXT"},
     {Verb::Screenshot, "screenshot", {Text}, false, "FILE"},
 };
 
@@ -123,6 +128,8 @@ ScriptArgument ReadScriptArgument(TextCursor& cursor, Argument kind) {
             return ParseBetween(text, 0, LongestWait);
         case Twips:
             return ParseBetween(text, -MostTwips, MostTwips);
+        case Count:
+            return ParseBetween(text, 0, MostLines);
         case Date:
             return ParseDate(text);
         case Time:

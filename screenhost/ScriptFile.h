@@ -56,6 +56,10 @@ enum class Verb {
     ExpectFrame,      // TRUE OR FALSE            whether a property frame is open
     ExpectSelection,  // NAMES                    with blanks between them, the leading one last
     ExpectTitle,      // TEXT                     the beginning of the main window's title
+    ChooseVariable,   // VARIABLE                 a row of the device panel
+    ExpectPanel,      // VARIABLE TEXT            what the device panel shows
+    ExpectStatus,     // TEXT                     the beginning of the status bar's text
+    ExpectCopied,     // LINES TEXT               the clipboard has so many lines, the text in each of them
     Screenshot,       // FILE
 };
 

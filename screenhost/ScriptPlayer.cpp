@@ -2,6 +2,7 @@
 
 #include <iterator>
 
+#include "screenhost/Clipboard.h"
 #include "screenhost/ErrorText.h"
 #include "screenhost/LateBound.h"
 #include "screenhost/TextFile.h"
@@ -83,6 +84,10 @@ ScriptPlayer::Action ScriptPlayer::ActionOf(Verb verb) {
         Do<&ScriptPlayer::ExpectFrame>,
         Do<&ScriptPlayer::ExpectSelection>,
         Do<&ScriptPlayer::ExpectTitle>,
+        Do<&ScriptPlayer::ChooseVariable>,
+        Do<&ScriptPlayer::ExpectPanel>,
+        Do<&ScriptPlayer::ExpectStatus>,
+        Do<&ScriptPlayer::ExpectCopied>,
         Do<&ScriptPlayer::Screenshot>,
     };
     static_assert(std::size(Actions) == static_cast<std::size_t>(Verb::Screenshot) + 1);
@@ -99,7 +104,8 @@ std::size_t ScriptPlayer::Play(const ScriptFile& script, const std::string& file
         m_watchdog.Expect(place, SlackForAction + PatienceOf(step) +
                                      (step.verb == Verb::Wait ? std::chrono::seconds(step.Number(0) / 1000)
                                                               : std::chrono::seconds(0)));
-        m_window.ShowStatus(step.text);
+        // Looking at the status bar must not change it.
+        if (step.verb != Verb::ExpectStatus && step.verb != Verb::Screenshot) m_window.ShowStatus(step.text);
         try {
             Run(step);
             output.Line("ok", step.text);
@@ -244,7 +250,7 @@ void ScriptPlayer::DeviceClock(const ScriptStep& step) const {
 }
 
 void ScriptPlayer::DeviceOffline(const ScriptStep& step) const {
-    m_context.device->SetOffline(std::get<bool>(step.Value(0)));
+    m_context.device->SetSwitch(DeviceSwitch::Offline, std::get<bool>(step.Value(0)));
 }
 
 void ScriptPlayer::Refresh(const ScriptStep&) {
@@ -343,6 +349,36 @@ void ScriptPlayer::ExpectTitle(const ScriptStep& step) {
         found = "the title is \"" + title + "\"";
         return title.starts_with(step.Text(0));
     });
+}
+
+void ScriptPlayer::ChooseVariable(const ScriptStep& step) {
+    m_designer.ChooseVariable(step.Text(0));
+}
+
+void ScriptPlayer::ExpectPanel(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const std::string value = m_window.Device().ShownValue(step.Text(0));
+        found = "the panel shows \"" + value + "\"";
+        return value == step.Text(1);
+    });
+}
+
+void ScriptPlayer::ExpectStatus(const ScriptStep& step) {
+    Expect(step, [&](std::string& found) {
+        const std::string text = m_window.StatusText();
+        found = "the status bar shows \"" + text + "\"";
+        return text.starts_with(step.Text(0));
+    });
+}
+
+void ScriptPlayer::ExpectCopied(const ScriptStep& step) const {
+    std::int32_t lines = 0;
+    const std::string copied = GetClipboardText(m_window.Handle());
+    ForEachLine(copied, [&](std::string_view line, std::string_view) {
+        ++lines;
+        if (line.find(step.Text(1)) == std::string_view::npos) throw TextError("there is: " + std::string(line));
+    });
+    if (lines != step.Number(0)) throw TextError(std::to_string(lines) + " lines were copied");
 }
 
 void ScriptPlayer::Screenshot(const ScriptStep& step) {

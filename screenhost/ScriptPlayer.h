@@ -71,6 +71,10 @@ private:
     void ExpectFrame(const ScriptStep& step);
     void ExpectSelection(const ScriptStep& step);
     void ExpectTitle(const ScriptStep& step);
+    void ChooseVariable(const ScriptStep& step);
+    void ExpectPanel(const ScriptStep& step);
+    void ExpectStatus(const ScriptStep& step);
+    void ExpectCopied(const ScriptStep& step) const;
     void Screenshot(const ScriptStep& step);
 
     ScreenContext& m_context;

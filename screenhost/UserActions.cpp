@@ -9,6 +9,7 @@
 #include <optional>
 #include <vector>
 
+#include "screenhost/ResourceIds.h"
 #include "screenhost/Units.h"
 #include "screenhost/WideText.h"
 #include "screenhost/WindowSearch.h"
@@ -68,6 +69,7 @@ constexpr NamedKey NamedKeys[] = {
     {"Right", VK_RIGHT},  {"Up", VK_UP},         {"Down", VK_DOWN},     {"Home", VK_HOME},      {"End", VK_END},
     {"PageUp", VK_PRIOR}, {"PageDown", VK_NEXT}, {"Delete", VK_DELETE}, {"Backspace", VK_BACK}, {"F5", VK_F5},
     {"F1", VK_F1},        {"F4", VK_F4},         {"F6", VK_F6},         {"F7", VK_F7},          {"F8", VK_F8},
+    {"F9", VK_F9},        {"F2", VK_F2},
 };
 
 /// The state of a key that is held down for a while, as the thread sees it.
@@ -155,9 +157,8 @@ void UserActions::ClickCaption(HWND root, const std::string& caption) {
 
 void UserActions::ClickButton(const std::string& caption) {
     std::vector<HWND> own = Descendants(m_main);
-    std::erase_if(own, [this](HWND window) {
-        return GetAncestor(window, GA_PARENT) != m_main || lstrcmpiW(ClassOf(window).c_str(), WC_BUTTONW) != 0;
-    });
+    const HWND screen = GetDlgItem(m_main, ID_VIEW);
+    std::erase_if(own, [screen](HWND window) { return IsChild(screen, window) || !IsOfClass(window, WC_BUTTONW); });
     ClickText(FindCaption(own, caption));
 }
 

@@ -88,6 +88,7 @@ DeviceModel::DeviceModel(ElapsedTime elapsed, DeviceTime start) : m_elapsed(std:
 }
 
 DeviceTime DeviceModel::Now() const {
+    if (m_bClockPaused) return m_atTime;
     const auto passed = std::chrono::floor<std::chrono::seconds>(m_elapsed() - m_atElapsed);
     return std::min(m_atTime + passed, EndOfClock);
 }
@@ -97,6 +98,11 @@ void DeviceModel::SetNow(DeviceTime value) {
         throw SimulatorError(Reason::BadValue, u"the clock holds the years 100 to 9999");
     m_atElapsed = m_elapsed();
     m_atTime = value;
+}
+
+void DeviceModel::SetClockPaused(bool paused) {
+    SetNow(Now());
+    m_bClockPaused = paused;
 }
 
 std::u16string DeviceModel::Read(const VariableAddress& address, DeviceTime at) const {

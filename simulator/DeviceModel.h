@@ -62,6 +62,10 @@ public:
     /// Throws SimulatorError(BadValue) outside the years 100 to 9999.
     void SetNow(DeviceTime value);
 
+    /// A paused clock stands still; it can be set, and goes on from where it stands.
+    bool IsClockPaused() const noexcept { return m_bClockPaused; }
+    void SetClockPaused(bool paused);
+
     /// An offline device fails every read and write. Its clock runs on.
     bool IsOffline() const noexcept { return m_bOffline; }
     void SetOffline(bool offline) noexcept { m_bOffline = offline; }
@@ -69,6 +73,11 @@ public:
     /// A device that refuses writes answers every write with BadValue.
     bool RefusesWrites() const noexcept { return m_bRefuseWrites; }
     void SetRefusesWrites(bool refuse) noexcept { m_bRefuseWrites = refuse; }
+
+    /// A slow device answers one read in so many milliseconds; 0 is at once. Whoever asks for values keeps to that.
+    std::chrono::milliseconds ResponseTime() const noexcept { return m_responseTime; }
+    void SetResponseTime(std::chrono::milliseconds time) noexcept { m_responseTime = time; }
+    std::chrono::milliseconds Elapsed() const { return m_elapsed(); }
 
     /// The value now. Throws SimulatorError (Offline, UnknownVariable).
     std::u16string Read(const VariableAddress& address) const { return Read(address, Now()); }
@@ -100,6 +109,8 @@ private:
     ElapsedTime m_elapsed;
     std::chrono::milliseconds m_atElapsed;  ///< reading of the source at which the clock stood at m_atTime
     DeviceTime m_atTime;
+    std::chrono::milliseconds m_responseTime{0};
+    bool m_bClockPaused = false;
     bool m_bOffline = false;
     bool m_bRefuseWrites = false;
     std::array<std::int32_t, 2> m_configuration{1, 0};

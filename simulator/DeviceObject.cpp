@@ -5,6 +5,7 @@
 #include "comkit/Bstr.h"
 #include "comkit/Registration.h"
 #include "simulator/ComErrors.h"
+#include "simulator/DecimalText.h"
 #include "simulator/HiddenControl.h"
 #include "simulator/Module.h"
 #include "simulator/OleDate.h"
@@ -39,6 +40,18 @@ VariableAddress ByNameOrPath(BSTR name) noexcept {
 
 [[noreturn]] void ThrowBadValue(const char16_t* text) {
     throw SimulatorError(SimulatorError::Reason::BadValue, text);
+}
+
+/// What somebody did to the device itself stands in the log between what the controls did.
+void Note(std::u16string line) {
+    Simulation::Instance().Framework().Log().Add(std::move(line));
+}
+
+const VariableInfo& VariableAt(LONG index) {
+    const auto& variables = DeviceVariables();
+    if (index < 0 || static_cast<std::size_t>(index) >= variables.size())
+        throw SimulatorError(SimulatorError::Reason::NoSuchElement, u"the device has no such variable");
+    return variables[static_cast<std::size_t>(index)];
 }
 
 /// Gets a plain value into an out-parameter.
@@ -102,8 +115,10 @@ HRESULT DeviceObject::get_Value(BSTR name, BSTR* value) {
 }
 
 HRESULT DeviceObject::put_Value(BSTR name, BSTR value) {
-    return GuardedWithErrorInfo(
-        [&] { Simulation::Instance().Device().Force(ByNameOrPath(name), comkit::ViewOf(value)); });
+    return GuardedWithErrorInfo([&] {
+        Simulation::Instance().Device().Force(ByNameOrPath(name), comkit::ViewOf(value));
+        Note(u"at the device: " + std::u16string(comkit::ViewOf(name)).append(u" = ").append(comkit::ViewOf(value)));
+    });
 }
 
 HRESULT DeviceObject::get_Offline(VARIANT_BOOL* value) {
@@ -111,7 +126,12 @@ HRESULT DeviceObject::get_Offline(VARIANT_BOOL* value) {
 }
 
 HRESULT DeviceObject::put_Offline(VARIANT_BOOL value) {
-    return GuardedWithErrorInfo([&] { Simulation::Instance().Device().SetOffline(value != VARIANT_FALSE); });
+    return GuardedWithErrorInfo([&] {
+        DeviceModel& device = Simulation::Instance().Device();
+        const bool offline = value != VARIANT_FALSE;
+        if (offline != device.IsOffline()) Note(offline ? u"the device goes offline" : u"the device is online again");
+        device.SetOffline(offline);
+    });
 }
 
 HRESULT DeviceObject::Refresh() {
@@ -141,7 +161,13 @@ HRESULT DeviceObject::get_RefuseWrites(VARIANT_BOOL* value) {
 }
 
 HRESULT DeviceObject::put_RefuseWrites(VARIANT_BOOL value) {
-    return GuardedWithErrorInfo([&] { Simulation::Instance().Device().SetRefusesWrites(value != VARIANT_FALSE); });
+    return GuardedWithErrorInfo([&] {
+        DeviceModel& device = Simulation::Instance().Device();
+        const bool refuse = value != VARIANT_FALSE;
+        if (refuse != device.RefusesWrites())
+            Note(refuse ? u"the device rejects writes" : u"the device takes writes again");
+        device.SetRefusesWrites(refuse);
+    });
 }
 
 HRESULT DeviceObject::get_FailNext(LONG* value) {
@@ -177,6 +203,48 @@ HRESULT DeviceObject::Reset() {
         Simulation::Instance().Reset();
         PollTimer::RestartShared();
     });
+}
+
+HRESULT DeviceObject::get_ClockPaused(VARIANT_BOOL* value) {
+    return Answer(value, [] { return VariantBool(Simulation::Instance().Device().IsClockPaused()); });
+}
+
+HRESULT DeviceObject::put_ClockPaused(VARIANT_BOOL value) {
+    return GuardedWithErrorInfo([&] {
+        DeviceModel& device = Simulation::Instance().Device();
+        const bool paused = value != VARIANT_FALSE;
+        if (paused == device.IsClockPaused()) return;
+        device.SetClockPaused(paused);
+        Note(paused ? u"the device's clock stands still" : u"the device's clock runs again");
+    });
+}
+
+HRESULT DeviceObject::get_ResponseTime(LONG* value) {
+    return Answer(value, [] { return static_cast<LONG>(Simulation::Instance().Device().ResponseTime().count()); });
+}
+
+HRESULT DeviceObject::put_ResponseTime(LONG value) {
+    return GuardedWithErrorInfo([&] {
+        if (value < 0) ThrowBadValue(u"a response takes no time or some, not less");
+        DeviceModel& device = Simulation::Instance().Device();
+        const std::chrono::milliseconds time(value);
+        if (time == device.ResponseTime()) return;
+        device.SetResponseTime(time);
+        Note(value > 0 ? u"the device answers one read in " + ToDecimal(value) + u" ms"
+                       : std::u16string(u"the device answers at once again"));
+    });
+}
+
+HRESULT DeviceObject::get_VariableCount(LONG* value) {
+    return Answer(value, [] { return static_cast<LONG>(VariableCount); });
+}
+
+HRESULT DeviceObject::get_VariableName(LONG index, BSTR* value) {
+    return Answer(value, [&] { return Bstr(VariableAt(index).name).Detach(); });
+}
+
+HRESULT DeviceObject::get_VariableType(LONG index, LONG* value) {
+    return Answer(value, [&] { return LONG{VariableAt(index).dataType}; });
 }
 
 }  // namespace vexa

@@ -40,6 +40,13 @@ public:
     HRESULT STDMETHODCALLTYPE put_PollInterval(LONG value) override;
     HRESULT STDMETHODCALLTYPE get_HiddenControlCount(LONG* value) override;
     HRESULT STDMETHODCALLTYPE Reset() override;
+    HRESULT STDMETHODCALLTYPE get_ClockPaused(VARIANT_BOOL* value) override;
+    HRESULT STDMETHODCALLTYPE put_ClockPaused(VARIANT_BOOL value) override;
+    HRESULT STDMETHODCALLTYPE get_ResponseTime(LONG* value) override;
+    HRESULT STDMETHODCALLTYPE put_ResponseTime(LONG value) override;
+    HRESULT STDMETHODCALLTYPE get_VariableCount(LONG* value) override;
+    HRESULT STDMETHODCALLTYPE get_VariableName(LONG index, BSTR* value) override;
+    HRESULT STDMETHODCALLTYPE get_VariableType(LONG index, LONG* value) override;
 
 private:
     comkit::ComPtr<ITypeInfo> m_typeInfo;

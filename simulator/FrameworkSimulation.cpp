@@ -143,17 +143,24 @@ void HiddenControlModel::MakeDue() noexcept {
     for (Element& element : m_elements) element.due = true;
 }
 
+/// Nothing where there is nothing to deliver.
+std::optional<std::u16string> HiddenControlModel::DueValue(const Element& element, DeviceTime at) const {
+    if (!element.IsReadable()) return std::nullopt;
+    auto value = TryRead(m_framework.Device(), element.definition, at);
+    return value && (element.due || *value != element.delivered) ? value : std::nullopt;
+}
+
+HiddenControlModel::QueuedValue HiddenControlModel::Take(std::size_t index, std::u16string value) {
+    Element& element = m_elements[index];
+    element.due = false;
+    element.delivered = value;
+    return {static_cast<std::int16_t>(index), element.binding, std::move(value)};
+}
+
 std::vector<HiddenControlModel::QueuedValue> HiddenControlModel::CollectDue(DeviceTime at) {
     std::vector<QueuedValue> queue;
-    for (std::size_t i = 0; i < m_elements.size(); ++i) {
-        Element& element = m_elements[i];
-        if (!element.IsReadable()) continue;
-        auto value = TryRead(m_framework.Device(), element.definition, at);
-        if (!value || (!element.due && *value == element.delivered)) continue;
-        queue.push_back({static_cast<std::int16_t>(i), element.binding, *value});
-        element.due = false;
-        element.delivered = std::move(*value);
-    }
+    for (std::size_t i = 0; i < m_elements.size(); ++i)
+        if (auto value = DueValue(m_elements[i], at)) queue.push_back(Take(i, std::move(*value)));
     return queue;
 }
 
@@ -192,8 +199,31 @@ void FrameworkSimulation::Poll() {
     if (m_bPolling) return;
     const Polling polling(m_bPolling);
     const DeviceTime at = m_device.Now();
+    if (m_device.ResponseTime() > std::chrono::milliseconds(0)) return PollSlowly(at);
     for (const auto& control : LivingControls())
         for (const auto& queued : control->CollectDue(at)) control->Deliver(queued);
+}
+
+void FrameworkSimulation::PollSlowly(DeviceTime at) {
+    const auto elapsed = m_device.Elapsed();
+    if (elapsed - m_lastAnswer < m_device.ResponseTime()) return;
+    std::shared_ptr<HiddenControlModel> next;
+    std::size_t index = 0;
+    std::u16string value;
+    for (const auto& control : LivingControls()) {
+        for (std::size_t i = 0; i < control->m_elements.size(); ++i) {
+            if (next && control->m_elements[i].turn >= next->m_elements[index].turn) continue;
+            auto due = control->DueValue(control->m_elements[i], at);
+            if (!due) continue;
+            next = control;
+            index = i;
+            value = std::move(*due);
+        }
+    }
+    if (!next) return;
+    m_lastAnswer = elapsed;
+    next->m_elements[index].turn = ++m_turn;
+    next->Deliver(next->Take(index, std::move(value)));
 }
 
 void FrameworkSimulation::Refresh() {

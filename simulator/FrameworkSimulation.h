@@ -8,12 +8,16 @@
 // Delivery happens only inside Poll and Refresh, never inside a call that a control makes: there is no re-entrance. A
 // value handler may call anything here, close its hidden control included; a Poll inside a handler does nothing.
 //
+// A slow device (DeviceModel::ResponseTime) is asked for one value at a time, always the one that was delivered longest
+// ago, so that a running second holds nothing else up. What is written reaches it at once.
+//
 // Everything belongs to one thread. The simulation must outlive its hidden controls.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -62,6 +66,7 @@ private:
         ElementDefinition definition;
         bool writeEnabled = false;
         bool due = false;
+        std::uint64_t turn = 0;     ///< when a slow device last answered for it
         std::uint32_t binding = 0;  ///< counts rebindings, so that a queued value of an older one is dropped
         std::u16string delivered;
         bool IsReadable() const noexcept;
@@ -75,6 +80,8 @@ private:
     Element& At(std::int16_t index);
     const ElementDefinition& DefinitionOrNone(std::int16_t index) const noexcept;
     void MakeDue() noexcept;
+    std::optional<std::u16string> DueValue(const Element& element, DeviceTime at) const;
+    QueuedValue Take(std::size_t index, std::u16string value);
     std::vector<QueuedValue> CollectDue(DeviceTime at);
     void Deliver(const QueuedValue& queued);
 
@@ -110,11 +117,14 @@ public:
 private:
     void ForgetEndedControls() noexcept;
     std::vector<std::shared_ptr<HiddenControlModel>> LivingControls();
+    void PollSlowly(DeviceTime at);
 
     DeviceModel& m_device;
     TrafficLog m_log;
     std::vector<std::weak_ptr<HiddenControlModel>> m_controls;
     std::int32_t m_failNext = 0;
+    std::chrono::milliseconds m_lastAnswer{0};
+    std::uint64_t m_turn = 0;
     bool m_bPolling = false;
 };
 

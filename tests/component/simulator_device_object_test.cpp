@@ -93,10 +93,45 @@ TEST_F(SimulatorDevice, OfflineAndRefusalsAreForTheControlsNotForTheHost) {
     EXPECT_THROW(Call(*definition, L"WriteValue", u"0", u"", u""), ComError);
     Put(*late, L"RefuseWrites", false);
     Call(*definition, L"WriteValue", u"0", u"NoDisplay", u"UseCurrent");
-    EXPECT_EQ(Text(Call(*late, L"LogCount")), "4");
-    EXPECT_EQ(Text(Call(*late, L"LogLine", 3L)), "write value 0: nciClockFormat = 0 (NoDisplay, UseCurrent)");
+    EXPECT_EQ(Text(Call(*late, L"LogCount")), "10");
+    EXPECT_EQ(Text(Call(*late, L"LogLine", 9L)), "write value 0: nciClockFormat = 0 (NoDisplay, UseCurrent)");
     Call(*late, L"ClearLog");
     EXPECT_EQ(Text(Call(*late, L"LogCount")), "0");
+}
+
+TEST_F(SimulatorDevice, WhatIsDoneToTheDeviceStandsInTheLogOnce) {
+    for (int twice = 0; twice < 2; ++twice) {
+        Put(*late, L"Offline", true);
+        Put(*late, L"ClockPaused", true);
+        Put(*late, L"ResponseTime", 500L);
+    }
+    Put(*late, L"Value", u"nvoHour", u"7");
+    EXPECT_THROW(Put(*late, L"Value", u"nvoHour", u"24"), ComError);
+    EXPECT_EQ(ErrorOfPut(L"ResponseTime", Variant(-1L)), static_cast<HRESULT>(0x800A017C));
+    Put(*late, L"Offline", false);
+    const std::string expected[] = {"the device goes offline", "the device's clock stands still",
+                                    "the device answers one read in 500 ms", "at the device: nvoHour = 7",
+                                    "the device is online again"};
+    ASSERT_EQ(Text(Call(*late, L"LogCount")), std::to_string(std::size(expected)));
+    for (LONG line = 0; line < LONG{std::size(expected)}; ++line)
+        EXPECT_EQ(Text(Call(*late, L"LogLine", line)), expected[line]);
+    Call(*late, L"Reset");
+    EXPECT_EQ(Text(Call(*late, L"ResponseTime")), "0");
+}
+
+TEST_F(SimulatorDevice, EveryListedVariableHasAValueAndThereAreNoOthers) {
+    const LONG count = Call(*late, L"VariableCount").Get().lVal;
+    ASSERT_GT(count, 0);
+    for (LONG index = 0; index < count; ++index) {
+        const std::string name = Text(Call(*late, L"VariableName", index));
+        EXPECT_FALSE(Text(Call(*late, L"Value", std::u16string(name.begin(), name.end()))).empty()) << name;
+        const char* const prefixes[] = {"nvi", "nvo", "nci"};
+        EXPECT_TRUE(name.starts_with(prefixes[Call(*late, L"VariableType", index).Get().lVal])) << name;
+    }
+    for (const LONG index : {-1L, count}) {
+        EXPECT_THROW(Call(*late, L"VariableName", index), ComError);
+        EXPECT_THROW(Call(*late, L"VariableType", index), ComError);
+    }
 }
 
 TEST_F(SimulatorDevice, DescribesItselfForBrowsersAndScripts) {

@@ -65,6 +65,20 @@ TEST_F(SimulatedDevice, ClockStopsAtTheLastSecondItCanShow) {
     EXPECT_EQ(Clock(), u"23 59 59 12 31 9999");
 }
 
+TEST_F(SimulatedDevice, APausedClockKeepsItsTimeAndGoesOnFromIt) {
+    Pass(4s);
+    device.SetClockPaused(true);
+    Pass(1h);
+    EXPECT_EQ(Clock(), u"14 25 40 7 4 2001");
+    device.SetNow(At(2001y / 7 / 4, 15h));
+    Pass(1h);
+    device.SetClockPaused(true);
+    EXPECT_EQ(Clock(), u"15 0 0 7 4 2001");
+    device.SetClockPaused(false);
+    Pass(1s);
+    EXPECT_EQ(Clock(), u"15 0 1 7 4 2001");
+}
+
 TEST_F(SimulatedDevice, WrittenPartsWaitForTheYearAndForTheSecond) {
     Write(u"nviSetMonth", u"2");
     Write(u"nviSetDay", u"29");

@@ -260,5 +260,39 @@ TEST_F(SimulatedFramework, ElementsOutsideTheCountAreRefused) {
     EXPECT_EQ(Refusal([&] { control->SetElementCount(-1); }), Reason::BadValue);
 }
 
+TEST_F(SimulatedFramework, ASlowDeviceAnswersForOneElementAfterAnotherAndForgetsNone) {
+    // The second is always news, and first in line.
+    BindForReading(0, u"nvoSecond");
+    BindForReading(1, u"nvoMonth");
+    BindForReading(2, u"nvoDay");
+    device.SetResponseTime(1s);
+    std::string arrived;
+    for (int poll = 0; poll < 25; ++poll) {
+        m_elapsed += 200ms;
+        arrived += Poll();
+    }
+    EXPECT_EQ(arrived, "0=37 1=7 2=4 0=40 0=41 ");
+    device.SetResponseTime(0ms);
+    framework.Refresh();
+    EXPECT_EQ(TakeArrived(), "0=41 1=7 2=4 ");
+}
+
+TEST_F(SimulatedFramework, TheControlsOfAScreenTakeTurnsAtASlowDevice) {
+    std::string second;
+    const auto other = framework.CreateHiddenControl(
+        [&](std::int16_t index, const std::u16string&) { second += std::to_string(index); });
+    other->SetElementCount(2);
+    other->WriteDefinition(0, {1, 1, u"nvoMonth", u""});
+    other->WriteDefinition(1, {1, 1, u"nvoYear", u""});
+    BindForReading(0, u"nvoSecond");
+    device.SetResponseTime(1s);
+    for (int poll = 0; poll < 4; ++poll) {
+        m_elapsed += 1s;
+        framework.Poll();
+    }
+    EXPECT_EQ(TakeArrived(), "0=37 0=40 ");
+    EXPECT_EQ(second, "01");
+}
+
 }  // namespace
 }  // namespace vexa
