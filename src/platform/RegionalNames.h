@@ -1,10 +1,18 @@
 // The user's regional settings, as far as the controls show them.
 #pragma once
 
+#include <array>
+#include <memory>
 #include <string>
 #include <string_view>
 
 namespace kiv {
+
+/// All names in one case.
+struct NameTable {
+    std::array<std::u16string, 12> months;   ///< January first
+    std::array<std::u16string, 7> weekdays;  ///< Sunday first
+};
 
 class RegionalNames {
 public:
@@ -15,6 +23,9 @@ public:
     virtual std::u16string Weekday(int day) const = 0;
     /// Upper case of any text by the user's language, unit by unit: the length stays.
     virtual std::u16string ToUpper(std::u16string_view text) const = 0;
+
+    /// Never null. Names that cost something to be asked for may be the same ones for all who ask within a moment.
+    virtual std::shared_ptr<const NameTable> Table(bool upperCase) const;
 };
 
 }  // namespace kiv

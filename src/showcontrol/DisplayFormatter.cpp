@@ -1,7 +1,9 @@
 #include "showcontrol/DisplayFormatter.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <span>
 
 namespace kiv {
 
@@ -10,7 +12,8 @@ namespace {
 constexpr std::int32_t YearForOutOfRange = 1980;
 constexpr std::int32_t MaxYear = 2999;
 
-// Room for the digits and delimiters of the longest date or time, and the blanks of a sunken border.
+// Room for the digits and delimiters of the longest date or time, what follows the weekday, and the blanks of a sunken
+// border.
 constexpr std::size_t FixedRoom = 32;
 
 char16_t* WriteTwoDigits(char16_t* at, std::int32_t value) noexcept {
@@ -52,9 +55,9 @@ std::size_t WeekdayOf(std::int32_t year, std::int32_t month, std::int32_t day) n
         (year + year / 4 - year / 100 + year / 400 + MonthOffsets[static_cast<std::size_t>(month - 1)] + day) % 7);
 }
 
-std::size_t Longest(const std::u16string* texts, std::size_t count) noexcept {
+std::size_t Longest(std::span<const std::u16string> texts) noexcept {
     std::size_t longest = 0;
-    for (std::size_t i = 0; i < count; ++i) longest = std::max(longest, texts[i].size());
+    for (const std::u16string& text : texts) longest = std::max(longest, text.size());
     return longest;
 }
 
@@ -79,14 +82,11 @@ void DisplayFormatter::Configure(const DisplaySettings& settings, const Regional
     m_bShowSeconds = settings.showSeconds;
     m_dateDelimiter = cased(std::u16string(1, settings.dateDelimiter)).front();
     m_timeDelimiter = cased(std::u16string(1, settings.timeDelimiter)).front();
-    for (std::size_t i = 0; i < m_months.size(); ++i)
-        m_months[i] = cased(names.AbbreviatedMonth(static_cast<int>(i) + 1));
-    for (std::size_t i = 0; i < m_weekdays.size(); ++i)
-        m_weekdays[i] = cased(names.Weekday(static_cast<int>(i) + 1) + u", ");
+    m_pNames = names.Table(settings.upperCase);
     const std::u16string_view amPm = settings.amPmFormat;
     m_morning = cased(u' ' + std::u16string(amPm.substr(0, amPm.find(u','))));
     m_afternoon = cased(u' ' + std::u16string(amPm.substr(amPm.rfind(u',') + 1)));
-    m_buffer.resize(Longest(m_weekdays.data(), m_weekdays.size()) + Longest(m_months.data(), m_months.size()) +
+    m_buffer.resize(Longest(m_pNames->weekdays) + Longest(m_pNames->months) +
                     std::max(m_morning.size(), m_afternoon.size()) + FixedRoom);
 }
 
@@ -120,12 +120,15 @@ std::u16string_view DisplayFormatter::FormatCaption(std::int32_t mode, bool sunk
 }
 
 char16_t* DisplayFormatter::WriteWeekday(char16_t* at, const DateTimeNumbers& numbers) const noexcept {
-    return WriteText(at, m_weekdays[WeekdayOf(FullYear(numbers.year), numbers.month, numbers.day)]);
+    at = WriteText(at, m_pNames->weekdays[WeekdayOf(FullYear(numbers.year), numbers.month, numbers.day)]);
+    *at++ = u',';
+    *at++ = u' ';
+    return at;
 }
 
 char16_t* DisplayFormatter::WriteDate(char16_t* at, const DateTimeNumbers& numbers) const noexcept {
     if (m_bShowLongDay) at = WriteWeekday(at, numbers);
-    const std::u16string& month = m_months[static_cast<std::size_t>(numbers.month - 1)];
+    const std::u16string& month = m_pNames->months[static_cast<std::size_t>(numbers.month - 1)];
     if (m_bDayFirst) {
         at = WriteOneOrTwoDigits(at, numbers.day, m_bShowLeadingZeros);
         *at++ = m_dateDelimiter;

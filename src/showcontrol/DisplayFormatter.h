@@ -4,8 +4,8 @@
 // building a text afterwards allocates nothing. A text is valid until the formatter's next call.
 #pragma once
 
-#include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -71,9 +71,8 @@ private:
     bool m_bShowSeconds = false;
     char16_t m_dateDelimiter = u'-';
     char16_t m_timeDelimiter = u':';
-    std::array<std::u16string, 12> m_months;
-    std::array<std::u16string, 7> m_weekdays;  ///< with the comma and blank that follow; Sunday first
-    std::u16string m_morning;                  ///< with the blank before it
+    std::shared_ptr<const NameTable> m_pNames;
+    std::u16string m_morning;  ///< with the blank before it
     std::u16string m_afternoon;
     std::u16string m_buffer;  ///< one unit of room before the text, for the blank of a sunken border
 };

@@ -54,7 +54,7 @@ void SetBoundsIfDifferent(Widget& widget, const Rect& bounds) {
 std::int16_t ToShortTwips(Twips length) noexcept {
     constexpr Twips Max = std::numeric_limits<std::int16_t>::max();
     constexpr Twips Min = std::numeric_limits<std::int16_t>::min();
-    return static_cast<std::int16_t>(std::nearbyint(std::clamp(length, Min, Max)));
+    return static_cast<std::int16_t>(std::lrint(std::clamp(length, Min, Max)));
 }
 
 ShowControlPlaces ComputeShowControlLayout(const ShowControlMeasures& m) {

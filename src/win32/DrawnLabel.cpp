@@ -1,7 +1,6 @@
 #include "win32/DrawnLabel.h"
 
 #include "comkit/Bstr.h"
-#include "comkit/Handle.h"
 #include "win32/Dpi.h"
 #include "win32/ShownColors.h"
 
@@ -47,22 +46,11 @@ HFONT DrawnLabel::FontHandle() const {
     return m_pGdiFont->Handle();
 }
 
-void DrawnLabel::Draw(HDC dc) const {
-    RECT inside = PixelRect();
-    if (m_bSunken) DrawEdge(dc, &inside, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
-    const comkit::GdiSelection selection(dc, FontHandle());
-    // A container's device context may be set up for anything.
-    SetTextAlign(dc, TA_LEFT | TA_TOP | TA_NOUPDATECP);
-    SetTextCharacterExtra(dc, 0);
-    SetBkColor(dc, ShownColor(m_back, ColorUse::Face));
-    SetTextColor(dc, ShownTextColor(m_fore, m_bEnabled));
-    // One call fills and writes. The text stands in the middle of a label that is higher than it.
-    TEXTMETRICW metrics{};
-    GetTextMetricsW(dc, &metrics);
-    const int top = inside.top + (inside.bottom - inside.top - metrics.tmHeight) / 2;
-    const std::wstring_view text = comkit::ToWide(m_strCaption);
-    ExtTextOutW(dc, inside.left, top, ETO_OPAQUE | ETO_CLIPPED, &inside, text.data(), static_cast<UINT>(text.size()),
-                nullptr);
+void DrawnLabel::Draw(LabelPainter& painter) const {
+    RECT inside = painter.Placed(PixelRect());
+    if (m_bSunken) DrawEdge(painter.Dc(), &inside, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
+    painter.WriteLine(inside, {FontHandle(), ShownColor(m_back, ColorUse::Face), ShownTextColor(m_fore, m_bEnabled)},
+                      comkit::ToWide(m_strCaption));
 }
 
 }  // namespace kiv::win32

@@ -8,6 +8,7 @@
 
 #include "platform/Labels.h"
 #include "win32/GdiFont.h"
+#include "win32/LabelPainter.h"
 
 namespace kiv::win32 {
 
@@ -29,8 +30,8 @@ public:
     DrawnLabel(const DrawnLabel&) = delete;
     DrawnLabel& operator=(const DrawnLabel&) = delete;
 
-    /// Fills the label's whole rectangle. The origin of dc is the area's top left corner.
-    void Draw(HDC dc) const;
+    /// Fills the label's whole rectangle.
+    void Draw(LabelPainter& painter) const;
     RECT PixelRect() const noexcept;
 
     Rect Bounds() const override { return m_bounds; }

@@ -66,11 +66,13 @@ private:
 }  // namespace
 
 CollectionPtr MakeLateBoundCollection() {
-    return std::make_shared<LateBoundCollection>(CreateObject(vexa::ProgId::Collection));
+    auto object = CreateObject(vexa::ProgId::Collection);
+    return object ? std::make_shared<LateBoundCollection>(std::move(object)) : nullptr;
 }
 
 HelpDefinitionPtr MakeLateBoundHelpDefinition() {
-    return std::make_shared<LateBoundHelpDefinition>(CreateObject(vexa::ProgId::HelpDefinition));
+    auto object = CreateObject(vexa::ProgId::HelpDefinition);
+    return object ? std::make_shared<LateBoundHelpDefinition>(std::move(object)) : nullptr;
 }
 
 }  // namespace kiv::win32

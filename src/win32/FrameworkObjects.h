@@ -31,7 +31,7 @@ comkit::ComPtr<IDispatch> DispatchOf(const FrameworkObjectPtr& object) noexcept;
 /// The object that a late-bound call answered. Throws HostError 91 where it is none.
 comkit::ComPtr<IDispatch> ObjectOf(const comkit::Variant& result);
 
-/// Over the objects that are made by the framework's names. Throw comkit::ComError.
+/// Over the objects that are made by the framework's names; null where it is not installed. Throw comkit::ComError.
 CollectionPtr MakeLateBoundCollection();
 HelpDefinitionPtr MakeLateBoundHelpDefinition();
 

@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "comkit/Bstr.h"
-#include "comkit/SlimLock.h"
 #include "win32/Dpi.h"
 #include "win32/OleFont.h"
 
@@ -34,6 +33,19 @@ LOGFONTW DescribeFont(const FontTraits& traits, int dpi) {
     return result;
 }
 
+constexpr std::size_t LongestRemembered = 64;
+
+SIZE MeasureWith(HFONT font, std::wstring_view text) {
+    // One device context for all, made once: asking the system for the screen's costs more than the measuring.
+    static comkit::SlimLock lock;
+    static const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
+    const std::lock_guard guard(lock);
+    const comkit::GdiSelection selection(dc.Get(), font);
+    SIZE size{};
+    GetTextExtentPoint32W(dc.Get(), text.data(), static_cast<int>(text.size()), &size);
+    return size;
+}
+
 struct CachedFont {
     FontTraits traits;
     int dpi;
@@ -46,6 +58,19 @@ GdiFont::GdiFont(const FontTraits& traits, int dpi) {
     const LOGFONTW description = DescribeFont(traits, dpi);
     m_font.Reset(CreateFontIndirectW(&description));
     if (!m_font) throw std::bad_alloc();
+}
+
+SIZE GdiFont::Measure(std::wstring_view text) const {
+    const std::lock_guard guard(m_lock);
+    for (const Measured& entry : m_recent)
+        if (entry.size.cy != 0 && entry.text == text) return entry.size;
+    const SIZE size = MeasureWith(m_font.Get(), text);
+    if (text.size() > LongestRemembered) return size;
+    Measured& entry = m_recent.at(m_oldest);
+    entry.text = text;
+    entry.size = size;
+    m_oldest = (m_oldest + 1) % m_recent.size();
+    return size;
 }
 
 GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi) {
@@ -68,14 +93,7 @@ Size MeasureTextIn(const FontPtr& font, std::u16string_view text, int dpi) {
 }
 
 Size MeasureTextIn(const GdiFont& font, std::u16string_view text, int dpi) {
-    // One device context for all, made once: asking the system for the screen's costs more than the measuring.
-    static comkit::SlimLock lock;
-    static const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
-    const std::lock_guard guard(lock);
-    const comkit::GdiSelection selection(dc.Get(), font.Handle());
-    const std::wstring_view wide = comkit::ToWide(text);
-    SIZE size{};
-    GetTextExtentPoint32W(dc.Get(), wide.data(), static_cast<int>(wide.size()), &size);
+    const SIZE size = font.Measure(comkit::ToWide(text));
     return {TwipsFromPixels(size.cx, dpi), TwipsFromPixels(size.cy, dpi)};
 }
 

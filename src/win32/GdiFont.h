@@ -4,10 +4,14 @@
 
 #include <windows.h>
 
+#include <array>
+#include <cstddef>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "comkit/Handle.h"
+#include "comkit/SlimLock.h"
 #include "platform/Font.h"
 #include "platform/Geometry.h"
 
@@ -19,8 +23,21 @@ public:
     GdiFont(const FontTraits& traits, int dpi);
     HFONT Handle() const noexcept { return m_font.Get(); }
 
+    /// Pixels of one line of text.
+    SIZE Measure(std::wstring_view text) const;
+
 private:
+    struct Measured {
+        std::wstring text;
+        SIZE size;
+    };
+
     comkit::UniqueFont m_font;
+    // The same few texts are measured again and again: a label that is laid out, a screen of labels that show no value
+    // yet.
+    mutable comkit::SlimLock m_lock;
+    mutable std::array<Measured, 8> m_recent{};
+    mutable std::size_t m_oldest = 0;
 };
 
 using GdiFontPtr = std::shared_ptr<const GdiFont>;

@@ -15,6 +15,7 @@ constexpr IID HelpEvents = {0xFE9BE7ED, 0x29D7, 0x4317, {0xAF, 0x7E, 0x15, 0x26,
 
 /// The array in an argument, however it is wrapped; null where there is none.
 SAFEARRAY* ArrayOf(const VARIANT& argument) noexcept {
+    if (!comkit::IsWhole(argument)) return nullptr;
     const VARIANT* value = &argument;
     if (value->vt == (VT_BYREF | VT_VARIANT)) value = value->pvarVal;
     if ((value->vt & VT_ARRAY) == 0) return nullptr;
@@ -24,6 +25,7 @@ SAFEARRAY* ArrayOf(const VARIANT& argument) noexcept {
 /// Numbers with a point, whatever the user's regional settings are; nothing for what has no text.
 HelpIDText TextOfValue(const VARIANT& value) {
     comkit::Variant text;
+    if (!comkit::IsWhole(value)) return std::nullopt;
     if (FAILED(VariantChangeTypeEx(text.Put(), const_cast<VARIANT*>(&value), LOCALE_INVARIANT, VARIANT_ALPHABOOL,
                                    VT_BSTR)))
         return std::nullopt;
@@ -44,15 +46,14 @@ HelpIDText ElementOf(SAFEARRAY& array, VARTYPE type, LONG index) {
 }
 
 std::vector<HelpIDText> TextsOf(SAFEARRAY& array) {
+    constexpr ULONG MostTopics = 64;  // no control has as many parts
     VARTYPE type = VT_EMPTY;
-    LONG first = 0;
-    LONG last = -1;
-    if (SafeArrayGetDim(&array) != 1) return {};
+    if (SafeArrayGetDim(&array) != 1 || array.rgsabound[0].cElements > MostTopics) return {};
     comkit::ThrowIfFailed(SafeArrayGetVartype(&array, &type));
-    comkit::ThrowIfFailed(SafeArrayGetLBound(&array, 1, &first));
-    comkit::ThrowIfFailed(SafeArrayGetUBound(&array, 1, &last));
     std::vector<HelpIDText> texts;
-    for (LONG index = first; index <= last; ++index) texts.push_back(ElementOf(array, type, index));
+    // Counted, not compared with the upper bound: that may be the largest number that there is.
+    for (ULONG i = 0; i < array.rgsabound[0].cElements; ++i)
+        texts.push_back(ElementOf(array, type, static_cast<LONG>(static_cast<ULONG>(array.rgsabound[0].lLbound) + i)));
     return texts;
 }
 

@@ -52,7 +52,7 @@ public:
     void SetOwnSize(const Size& size);
     RECT OwnArea() const noexcept { return PixelEdges({0, 0, m_size.width, m_size.height}, m_dpi); }
     void InvalidateAll() { Invalidate({0, 0, m_size.width, m_size.height}); }
-    void DrawAt(HDC dc) const;
+    void DrawAt(HDC dc, POINT origin) const;
     bool ShowHelpFor(const HELPINFO& help) const;
     /// Colours or other settings of the system are other ones.
     void TakeSettings(UINT id);
@@ -182,13 +182,14 @@ void LabelSurface::Impl::Invalidate(const Rect& bounds) {
     }
 }
 
-void LabelSurface::Impl::DrawAt(HDC dc) const {
-    RECT uncovered = OwnArea();
+void LabelSurface::Impl::DrawAt(HDC dc, POINT origin) const {
+    LabelPainter painter(dc, origin);
+    RECT uncovered = painter.Placed(OwnArea());
     // The first ones last: they are the ones that the mouse finds, too.
     std::for_each(m_labels.rbegin(), m_labels.rend(), [&](const DrawnLabel* label) {
         if (!label->IsVisible()) return;
-        label->Draw(dc);
-        const RECT covered = label->PixelRect();
+        label->Draw(painter);
+        const RECT covered = painter.Placed(label->PixelRect());
         SubtractRect(&uncovered, &uncovered, &covered);
     });
     // Where the labels fill the surface, as they do side by side, there is no ground to be seen.
@@ -196,7 +197,7 @@ void LabelSurface::Impl::DrawAt(HDC dc) const {
     const int saved = SaveDC(dc);
     for (const DrawnLabel* const label : m_labels) {
         if (!label->IsVisible()) continue;
-        const RECT covered = label->PixelRect();
+        const RECT covered = painter.Placed(label->PixelRect());
         ExcludeClipRect(dc, covered.left, covered.top, covered.right, covered.bottom);
     }
     FillFace(dc, uncovered, m_back);
@@ -234,7 +235,7 @@ LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& messa
         case WM_PAINT:
         case WM_PRINTCLIENT: {
             const PaintScope scope(message);
-            DrawAt(scope.Dc());
+            DrawAt(scope.Dc(), {0, 0});
             return 0;
         }
         case WM_SYSCOLORCHANGE:
@@ -418,7 +419,21 @@ int LabelSurface::Dpi() const noexcept {
 void LabelSurface::Draw(HDC dc, const RECT& bounds) {
     const RECT own = m_pImpl->OwnArea();
     if (own.right <= 0 || own.bottom <= 0) return;
+    // At its own size and in pixels, as on a screen, the picture is only moved. To save a device context and to restore
+    // it costs more than the drawing.
+    const SIZE size = PixelSizeOf(bounds);
+    const bool inPixels = GetMapMode(dc) == MM_TEXT && GetObjectType(dc) != OBJ_METADC;
+    if (inPixels && size.cx == own.right && size.cy == own.bottom)
+        return m_pImpl->DrawAt(dc, {bounds.left, bounds.top});
     const int saved = SaveDC(dc);
+    if (GetObjectType(dc) == OBJ_METADC) {
+        // Such a recording knows no device, and whoever plays it sets the viewport: it is drawn as all of the window.
+        SetWindowOrgEx(dc, 0, 0, nullptr);
+        SetWindowExtEx(dc, own.right, own.bottom, nullptr);
+        m_pImpl->DrawAt(dc, {0, 0});
+        RestoreDC(dc, saved);
+        return;
+    }
     // The mapping is put on top of whatever mapping the device context has.
     RECT device = bounds;
     LPtoDP(dc, reinterpret_cast<POINT*>(&device), 2);
@@ -427,7 +442,7 @@ void LabelSurface::Draw(HDC dc, const RECT& bounds) {
     SetWindowExtEx(dc, own.right, own.bottom, nullptr);
     SetViewportOrgEx(dc, device.left, device.top, nullptr);
     SetViewportExtEx(dc, device.right - device.left, device.bottom - device.top, nullptr);
-    m_pImpl->DrawAt(dc);
+    m_pImpl->DrawAt(dc, {0, 0});
     RestoreDC(dc, saved);
 }
 

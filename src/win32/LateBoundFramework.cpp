@@ -132,9 +132,8 @@ private:
 
 class LateBoundHiddenControl final : public HiddenControl {
 public:
-    LateBoundHiddenControl(std::int16_t elementCount, DeviceValueListener& listener)
-        : m_pObject(CreateObject(vexa::ProgId::HiddenControl)),
-          m_events(*m_pObject.Get(), comkit::MakeObject<ValueSink>(listener)) {
+    LateBoundHiddenControl(ComPtr<IDispatch> object, std::int16_t elementCount, DeviceValueListener& listener)
+        : m_pObject(std::move(object)), m_events(*m_pObject.Get(), comkit::MakeObject<ValueSink>(listener)) {
         comkit::Put(*m_pObject, vexa::Member::ElementCount, elementCount);
     }
 
@@ -152,7 +151,9 @@ private:
 
 std::unique_ptr<HiddenControl> LateBoundFramework::CreateHiddenControl(std::int16_t elementCount,
                                                                        DeviceValueListener& listener) {
-    return std::make_unique<LateBoundHiddenControl>(elementCount, listener);
+    auto object = CreateObject(vexa::ProgId::HiddenControl);
+    if (!object) return nullptr;
+    return std::make_unique<LateBoundHiddenControl>(std::move(object), elementCount, listener);
 }
 
 CollectionPtr LateBoundFramework::CreateCollection() {

@@ -1,5 +1,5 @@
 // The Vexa framework, reached by name (framework/FrameworkNames.h). Every failure is a comkit::ComError; where the
-// framework is not installed, every call fails.
+// framework is not installed, every answer is null.
 //
 // The hidden control is made with its event sink advised; letting it go unadvises the sink first, so that the listener
 // hears nothing after that. The same holds for a help definition that is attached.

@@ -50,8 +50,8 @@ HRESULT FindClass(const wchar_t* progId, CLSID& clsid) {
 
 comkit::ComPtr<IDispatch> CreateObject(const wchar_t* progId) {
     CLSID clsid{};
-    comkit::ThrowIfFailed(FindClass(progId, clsid));
     comkit::ComPtr<IDispatch> result;
+    if (FAILED(FindClass(progId, clsid))) return result;
     comkit::ThrowIfFailed(
         CoCreateInstance(clsid, nullptr, CLSCTX_INPROC_SERVER, __uuidof(IDispatch), result.PutVoid()));
     return result;

@@ -9,7 +9,8 @@
 
 namespace kiv::win32 {
 
-/// Throws comkit::ComError, also when no such object is installed.
+/// Null when no such object is installed: that is no failure, and a screen of many controls asks for it often. Throws
+/// comkit::ComError when it cannot be made.
 comkit::ComPtr<IDispatch> CreateObject(const wchar_t* progId);
 
 /// Null when no such object is installed, or it cannot be made.

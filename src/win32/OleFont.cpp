@@ -10,9 +10,40 @@ namespace kiv::win32 {
 using comkit::Bstr;
 using comkit::ComPtr;
 
+namespace {
+
+ComPtr<IFont> MakeObject(const FontTraits& traits) {
+    std::wstring name(comkit::ToWide(traits.name));
+    FONTDESC description{};
+    description.cbSizeofstruct = sizeof description;
+    description.lpstrName = name.data();
+    description.cySize.int64 = traits.size;
+    description.sWeight = traits.weight;
+    description.sCharset = traits.charset;
+    description.fItalic = traits.italic;
+    description.fUnderline = traits.underline;
+    description.fStrikethrough = traits.strikethrough;
+    ComPtr<IFont> font;
+    comkit::ThrowIfFailed(OleCreateFontIndirect(&description, __uuidof(IFont), font.PutVoid()));
+    return font;
+}
+
+}  // namespace
+
 OleFont::OleFont(ComPtr<IFont> font) : m_pFont(std::move(font)) {}
 
+OleFont::OleFont(FontTraits traits) : m_traits(std::move(traits)) {}
+
+const ComPtr<IFont>& OleFont::Object() {
+    if (!m_pFont) {
+        m_pFont = MakeObject(m_traits);
+        if (Watcher* const watcher = std::exchange(m_pWatcher, nullptr)) watcher->OnObjectMade();
+    }
+    return m_pFont;
+}
+
 FontTraits OleFont::Traits() const {
+    if (!m_pFont) return m_traits;
     FontTraits result;
     Bstr name;
     if (SUCCEEDED(m_pFont->get_Name(name.Put()))) result.name = name.View();
@@ -34,24 +65,12 @@ FontPtr WrapFont(IUnknown* object) {
 }
 
 FontPtr MakeFont(const FontTraits& traits) {
-    std::wstring name(comkit::ToWide(traits.name));
-    FONTDESC description{};
-    description.cbSizeofstruct = sizeof description;
-    description.lpstrName = name.data();
-    description.cySize.int64 = traits.size;
-    description.sWeight = traits.weight;
-    description.sCharset = traits.charset;
-    description.fItalic = traits.italic;
-    description.fUnderline = traits.underline;
-    description.fStrikethrough = traits.strikethrough;
-    ComPtr<IFont> font;
-    comkit::ThrowIfFailed(OleCreateFontIndirect(&description, __uuidof(IFont), font.PutVoid()));
-    return std::make_shared<OleFont>(std::move(font));
+    return std::make_shared<OleFont>(traits);
 }
 
 ComPtr<IFontDisp> FontDispOf(const FontPtr& font) {
     if (!font) return nullptr;
-    if (const auto* ole = dynamic_cast<const OleFont*>(font.get())) return ole->Object().As<IFontDisp>();
+    if (auto* ole = dynamic_cast<OleFont*>(font.get())) return ole->Object().As<IFontDisp>();
     return FontDispOf(MakeFont(font->Traits()));
 }
 

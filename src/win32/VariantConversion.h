@@ -5,14 +5,14 @@
 
 #include "comkit/Errors.h"
 #include "comkit/Variant.h"
+#include "comkit/VariantReferences.h"
 
 namespace kiv::win32 {
 
 /// Follows references. Throws comkit::ComError when the value does not convert.
 inline comkit::Variant ConvertedTo(VARTYPE type, const VARIANT& value) {
     comkit::Variant result;
-    // The function takes its source without const and leaves it alone.
-    comkit::ThrowIfFailed(VariantChangeType(result.Put(), const_cast<VARIANT*>(&value), 0, type));
+    comkit::ThrowIfFailed(comkit::IsWhole(value) ? result.ConvertFrom(value, type) : DISP_E_TYPEMISMATCH);
     return result;
 }
 

@@ -4,12 +4,16 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "comkit/Bstr.h"
 #include "comkit/Handle.h"
+#include "win32/Dpi.h"
+#include "win32/GdiFont.h"
 #include "win32/LabelSurface.h"
 #include "win32/OleFont.h"
 #include "win32_TestAnswers.h"
@@ -191,12 +195,30 @@ TEST_F(LabelTest, WindowWindowlessAndInactiveDrawingGiveTheSamePixels) {
     SetTextAlign(moved.Dc(), TA_RIGHT | TA_BASELINE);
     SetTextCharacterExtra(moved.Dc(), 5);
     SetBkMode(moved.Dc(), TRANSPARENT);
+    SetTextColor(moved.Dc(), 0x112233);
+    SetBkColor(moved.Dc(), 0x445566);
+    const HGDIOBJ font = GetCurrentObject(moved.Dc(), OBJ_FONT);
     surface->Draw(moved.Dc(), {30, 20, 30 + Width, 20 + Height});
     EXPECT_EQ(moved.Part(43, 27, Width, Height), inactive);
-    EXPECT_EQ(GetTextAlign(moved.Dc()), UINT{TA_RIGHT | TA_BASELINE}) << "left as it was";
+    // Left as it was.
+    EXPECT_EQ(GetTextAlign(moved.Dc()), UINT{TA_RIGHT | TA_BASELINE});
+    EXPECT_EQ(GetTextCharacterExtra(moved.Dc()), 5);
+    EXPECT_EQ(GetTextColor(moved.Dc()), COLORREF{0x112233});
+    EXPECT_EQ(GetBkColor(moved.Dc()), COLORREF{0x445566});
+    EXPECT_EQ(GetCurrentObject(moved.Dc(), OBJ_FONT), font);
     POINT origin{};
     GetViewportOrgEx(moved.Dc(), &origin);
     EXPECT_EQ(origin.x, 13);
+
+    // In a mapping of the container's own, where a picture of the same size in its units is another one in pixels.
+    const Bitmap large(2 * Width, 2 * Height);
+    surface->Draw(large.Dc(), {0, 0, 2 * Width, 2 * Height});
+    const Bitmap mapped(2 * Width, 2 * Height);
+    SetMapMode(mapped.Dc(), MM_ANISOTROPIC);
+    SetWindowExtEx(mapped.Dc(), 1, 1, nullptr);
+    SetViewportExtEx(mapped.Dc(), 2, 2, nullptr);
+    surface->Draw(mapped.Dc(), {0, 0, Width, Height});
+    EXPECT_EQ(mapped.Part(0, 0, 2 * Width, 2 * Height), large.Part(0, 0, 2 * Width, 2 * Height));
 }
 
 TEST_F(LabelTest, ThePictureHasTheLabelsColorsPlacesAndEdges) {
@@ -220,6 +242,70 @@ TEST_F(LabelTest, ThePictureHasTheLabelsColorsPlacesAndEdges) {
     const Bitmap contrast(Width, Height);
     surface->Draw(contrast.Dc(), {0, 0, Width, Height});
     EXPECT_EQ(contrast.Count(Paper) + contrast.Count(Ground), 0);
+}
+
+TEST_F(LabelTest, APartIsDrawnAsItIsInTheWhole) {
+    const std::vector<DWORD> whole = Drawn();
+    const Bitmap parts(Width, Height);
+    for (int left = 0; left < Width; left += 30) {
+        const int saved = SaveDC(parts.Dc());
+        IntersectClipRect(parts.Dc(), left, 0, left + 30, Height);
+        surface->Draw(parts.Dc(), {0, 0, Width, Height});
+        RestoreDC(parts.Dc(), saved);
+    }
+    EXPECT_EQ(parts.Part(0, 0, Width, Height), whole);
+}
+
+TEST_F(LabelTest, LabelsOfDifferentFontsEachHaveTheirOwn) {
+    caption->SetFont(MakeFont({.name = u"Liberation Serif", .size = 60000}));
+    value->SetFont(MakeFont({.name = u"Liberation Mono", .size = 140000}));
+    const std::vector<DWORD> both = Drawn();
+    caption->SetVisible(false);
+    const Bitmap alone(Width, Height);
+    surface->Draw(alone.Dc(), {0, 0, Width, Height});
+    const Bitmap together(Width, Height);
+    caption->SetVisible(true);
+    surface->Draw(together.Dc(), {0, 0, Width, Height});
+    EXPECT_EQ(together.Part(90, 5, 90, 25), alone.Part(90, 5, 90, 25));
+    value->SetVisible(false);
+    surface->Draw(alone.Dc(), {0, 0, Width, Height});
+    EXPECT_EQ(together.Part(10, 5, 80, 25), alone.Part(10, 5, 80, 25));
+    EXPECT_EQ(together.Part(0, 0, Width, Height), both);
+}
+
+TEST_F(LabelTest, EachTextIsAsWideAsTheSystemMakesItHoweverOftenItIsMeasured) {
+    const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
+    for (const std::int64_t size : {82500, 240000, 82500}) {
+        const FontPtr font = MakeFont({.name = u"Liberation Sans", .size = size});
+        surface->SetFont(font);
+        const GdiFontPtr handle = FindGdiFont(font->Traits(), 96);
+        const comkit::GdiSelection selection(dc.Get(), handle->Handle());
+        for (int round = 0; round < 2; ++round) {
+            std::u16string text = u"W";
+            for (const char16_t last : std::u16string_view(u"iWmlx09: ,Ww.-")) {
+                text.push_back(last);
+                SIZE pixels{};
+                GetTextExtentPoint32W(dc.Get(), comkit::ToWide(text).data(), static_cast<int>(text.size()), &pixels);
+                const Size measured = surface->MeasureText(text);
+                EXPECT_EQ(measured, (Size{pixels.cx * 15.0, pixels.cy * 15.0})) << text.size();
+                EXPECT_EQ(surface->MeasureText(text), measured);
+            }
+            EXPECT_EQ(surface->MeasureText(u"").width, 0);
+            EXPECT_GT(surface->MeasureText(std::u16string(100, u'x')).width, surface->MeasureText(text).width);
+        }
+    }
+}
+
+TEST(PixelTest, LengthsGoToTheNearestPixelAndHalvesUp) {
+    for (const int dpi : {96, 120, 288}) {
+        for (int twips = -4000; twips <= 4000; ++twips) {
+            const double length = twips / 4.0;
+            EXPECT_EQ(PixelsFromTwips(length, dpi), static_cast<int>(std::floor(length * dpi / 1440 + 0.5))) << length;
+        }
+    }
+    EXPECT_EQ(PixelsFromTwips(1e300, 96), 32767);
+    EXPECT_EQ(PixelsFromTwips(-1e300, 96), -32767);
+    EXPECT_EQ(PixelsFromTwips(std::nan(""), 96), 0);
 }
 
 TEST_F(LabelTest, TextIsClippedAtTheLabelsEdge) {

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "Benchmarks.h"
+#include "benchmarks/Comparison.h"
 #include "comkit/ComPtr.h"
 #include "showcontrol/DisplayFormatter.h"
-#include "Timing.h"
 #include "win32/SystemRegionalNames.h"
 #include "WindowlessSite.h"
 
@@ -114,60 +114,56 @@ void CompareOpeningOne(IClassFactory& factory, IStream& saved) {
     WindowlessForm other;
     UpdateWindow(form.Window());
     UpdateWindow(other.Window());
-    std::vector<double> ours;
-    std::vector<double> bare;
-    std::vector<double> ratios;
+    Comparison comparison;
     for (int i = 0; i < 51; ++i) {
         std::vector<ShownControl> controls;
-        ours.push_back(Timed([&] {
-                           for (int n = 0; n < Few; ++n) controls.push_back(Open(factory, saved, form, PlaceOf(n)));
-                           DrawAnew(form);
-                       }) /
-                       Few);
+        const double ours = Timed([&] {
+            for (int n = 0; n < Few; ++n) controls.push_back(Open(factory, saved, form, PlaceOf(n)));
+            DrawAnew(form);
+        });
         form.Clear();
         for (ShownControl& shown : controls) Close(shown);
         std::vector<comkit::UniqueWindow> windows;
-        bare.push_back(Timed([&] {
-                           for (int n = 0; n < Few; ++n) {
-                               windows.emplace_back(OpenStatic(other.Window(), font.Get(), L"12:00:00 AM", PlaceOf(n)));
-                           }
-                           RedrawWindow(other.Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-                       }) /
-                       Few);
-        if (i > 0) ratios.push_back(ours.back() / bare.back());
+        const double bare = Timed([&] {
+            for (int n = 0; n < Few; ++n)
+                windows.emplace_back(OpenStatic(other.Window(), font.Get(), L"12:00:00 AM", PlaceOf(n)));
+            RedrawWindow(other.Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+        });
+        if (i > 0) comparison.Add(ours, bare);
     }
-    Print("open a show control, no window", Median(ours), "open a static window", Median(bare), Median(ratios));
+    comparison.Print({"a show control created, loaded, shown, no window", "a static window created and shown", 0.2},
+                     "us", Few);
 }
 
 void CompareOpeningAScreen(IClassFactory& factory, IStream& saved) {
     constexpr int Count = 1000;
     const comkit::UniqueFont font = LabelFont();
-    std::vector<double> ours;
-    std::vector<double> bare;
-    std::vector<double> ratios;
-    for (int i = 0; i < 3; ++i) {
+    Comparison comparison;
+    for (int i = 0; i < 4; ++i) {
+        double ours = 0;
+        double bare = 0;
         {
             WindowlessForm form;
             std::vector<ShownControl> controls;
-            ours.push_back(Timed([&] {
+            ours = Timed([&] {
                 for (int n = 0; n < Count; ++n) controls.push_back(Open(factory, saved, form, PlaceOf(n)));
                 DrawAnew(form);
-            }));
+            });
             form.Clear();
             for (ShownControl& shown : controls) Close(shown);
         }
         {
             const WindowlessForm form;
             std::vector<std::unique_ptr<StaticPair>> pairs;
-            bare.push_back(Timed([&] {
+            bare = Timed([&] {
                 for (int n = 0; n < Count; ++n)
                     pairs.push_back(std::make_unique<StaticPair>(form.Window(), font.Get(), PlaceOf(n)));
                 RedrawWindow(form.Window(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-            }));
+            });
         }
-        if (i > 0) ratios.push_back(ours.back() / bare.back());
+        if (i > 0) comparison.Add(ours, bare);
     }
-    Print("open 1,000 show controls", Median(ours), "1,000 pairs of static windows", Median(bare), Median(ratios));
+    comparison.Print({"a screen of 1,000 show controls opened", "1,000 pairs of static windows", 0.25}, "ms", 1000);
 }
 
 /// The processor time that a screen of 1,000 takes while nothing happens.
@@ -193,7 +189,8 @@ void MeasureIdling(IClassFactory& factory, IStream& saved) {
         MSG message;
         while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);
     }
-    std::printf("1,000 show controls idle: %.0f us of processor time in %lu ms\n", used() - before, Idle);
+    std::printf("note|1,000 show controls in which nothing happens took %.0f us of processor time in %lu s.\n",
+                used() - before, Idle / 1000);
     form.Clear();
     for (ShownControl& shown : controls) Close(shown);
 }
@@ -209,7 +206,7 @@ void CompareFormatting() {
     constexpr int Texts = 1000;
     std::size_t written = 0;
     Compare(
-        "format a date 1,000 times", "by the system's calls", 201,
+        {"the text of a date, in the component", "the system's date and upper case calls", 0.1}, 201, Texts,
         [&] {
             for (int i = 0; i < Texts; ++i) {
                 numbers.day = 1 + i % 28;
@@ -228,7 +225,7 @@ void CompareFormatting() {
             }
         });
     Compare(
-        "format a time 1,000 times", "by the system's calls", 201,
+        {"the text of a time, in the component", "the system's time and upper case calls", 0.1}, 201, Texts,
         [&] {
             for (int i = 0; i < Texts; ++i) {
                 numbers.second = i % 60;

@@ -7,5 +7,8 @@ namespace bench {
 
 void RunSetControl(IClassFactory& factory);
 void RunShowControl(IClassFactory& factory);
+void RunArriving();
+/// Of show controls.
+void RunMemory(IClassFactory& factory);
 
 }  // namespace bench

@@ -28,6 +28,8 @@ int main() {
         return 1;
     }
     bench::RunShowControl(*showControl.Get());
+    bench::RunArriving();
+    bench::RunMemory(*showControl.Get());
     bench::RunSetControl(*setControl.Get());
     showControl.Reset();
     setControl.Reset();

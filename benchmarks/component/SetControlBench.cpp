@@ -8,10 +8,10 @@
 #include <olectl.h>
 
 #include "Benchmarks.h"
+#include "benchmarks/Comparison.h"
 #include "BenchSite.h"
 #include "comkit/ComPtr.h"
 #include "comkit/Variant.h"
-#include "Timing.h"
 
 namespace bench {
 
@@ -80,22 +80,24 @@ HWND OpenBareChildren(HWND parent, HFONT font) {
 void CompareOpening(IClassFactory& factory) {
     const auto site = comkit::MakeObject<BenchSite>();
     const comkit::UniqueFont font(CreateFontW(-11, 0, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, 0, L"MS Sans Serif"));
-    std::vector<double> ours;
-    std::vector<double> bare;
-    std::vector<double> ratios;
-    for (int i = 0; i < 101; ++i) {
+    Comparison opening;
+    Comparison life;
+    for (int i = 0; i < 51; ++i) {
         ComPtr<IUnknown> control;
-        ours.push_back(Timed([&] { OpenControl(factory, *site.Get(), control); }));
-        CloseControl(control);
+        const double opened = Timed([&] { OpenControl(factory, *site.Get(), control); });
+        const double closed = Timed([&] { CloseControl(control); });
         HWND frame = nullptr;
-        bare.push_back(Timed([&] { frame = OpenBareChildren(site->Window(), font.Get()); }));
-        DestroyWindow(frame);
-        if (i > 0) ratios.push_back(ours.back() / bare.back());
+        const double bareOpened = Timed([&] { frame = OpenBareChildren(site->Window(), font.Get()); });
+        const double bareClosed = Timed([&] { DestroyWindow(frame); });
+        if (i == 0) continue;
+        opening.Add(opened, bareOpened);
+        life.Add(opened + closed, bareOpened + bareClosed);
     }
-    Print("open the set control", Median(ours), "open its bare children", Median(bare), Median(ratios));
+    opening.Print({"a set control created, loaded, activated", "its bare native children created", 1.15});
+    life.Print({"the same and closed", "the same and destroyed", 1.15});
 }
 
-// --- a property read -------------------------------------------------------------------------------------------------
+// --- properties and names --------------------------------------------------------------------------------------------
 
 VARIANT Read(IDispatch& object, DISPID id) {
     DISPPARAMS none{};
@@ -114,41 +116,87 @@ VARIANT ReadBare(ITypeInfo& type, void* instance, DISPID id) {
     return result;
 }
 
+/// The one argument of a property that is put.
+struct Put {
+    explicit Put(VARIANT& value) noexcept : params{&value, &name, 1, 1} {}
+    Put(const Put&) = delete;
+    Put& operator=(const Put&) = delete;
+    ~Put() = default;
+    DISPID name = DISPID_PROPERTYPUT;
+    DISPPARAMS params;
+};
+
+template <class Ours, class Reference>
+void CompareCalls(const char* what, double reach, Ours ours, Reference reference) {
+    constexpr int Calls = 1000;
+    const auto many = [](auto step) {
+        return [step] {
+            for (int i = 0; i < Calls; ++i) step();
+        };
+    };
+    Compare({what, "the system's type library call", reach}, 101, Calls, many(ours), many(reference));
+}
+
 /// The system's call goes to the control's own dual interface: the difference is what Invoke adds.
-void CompareReading(IClassFactory& factory) {
+void CompareDispatch(IClassFactory& factory) {
     const auto control = NewControl(factory);
     ComPtr<IPersistStreamInit>::From(control.Get())->InitNew();
     const auto dual = ComPtr<_KivSetDateTime>::From(control.Get());
     ComPtr<ITypeInfo> type;
     dual->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.Put());
-    struct Property {
-        const char* name;
-        DISPID id;
-    };
-    for (const Property& p : {Property{"read TimeFormat", 17}, Property{"read Caption", DISPID_CAPTION}}) {
-        constexpr int Calls = 2000;
-        Compare(
-            p.name, "by the system's own call", 101,
-            [&] {
-                for (int i = 0; i < Calls; ++i) {
-                    VARIANT v = Read(*dual, p.id);
-                    VariantClear(&v);
-                }
+    constexpr DISPID TimeFormat = 17;
+    const auto get = [&](const char* what, DISPID id) {
+        CompareCalls(
+            what, 1.3,
+            [&, id] {
+                VARIANT v = Read(*dual, id);
+                VariantClear(&v);
             },
-            [&] {
-                for (int i = 0; i < Calls; ++i) {
-                    VARIANT v = ReadBare(*type.Get(), dual.Get(), p.id);
-                    VariantClear(&v);
-                }
+            [&, id] {
+                VARIANT v = ReadBare(*type.Get(), dual.Get(), id);
+                VariantClear(&v);
             });
-    }
+    };
+    get("a number got through Invoke", TimeFormat);
+    get("a text got through Invoke", DISPID_CAPTION);
+
+    VARIANT number = Read(*dual, TimeFormat);
+    Put put(number);
+    CompareCalls(
+        "a number put through Invoke", 1.3,
+        [&] {
+            dual->Invoke(TimeFormat, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &put.params, nullptr, nullptr,
+                         nullptr);
+        },
+        [&] {
+            UINT argument = 0;
+            type->Invoke(dual.Get(), TimeFormat, DISPATCH_PROPERTYPUT, &put.params, nullptr, nullptr, &argument);
+        });
+
+    // Near the beginning, in the middle and at the end of the type library's list.
+    wchar_t first[] = L"dataelementpath";
+    wchar_t middle[] = L"ShowDST";
+    wchar_t last[] = L"WhatsThisHelpID";
+    wchar_t* const names[] = {first, middle, last};
+    const auto lookUp = [&names](auto& object) {
+        for (wchar_t* name : names) {
+            DISPID id = DISPID_UNKNOWN;
+            if constexpr (requires { object.GetIDsOfNames(&name, 1, &id); }) {
+                object.GetIDsOfNames(&name, 1, &id);
+            } else {
+                object.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id);
+            }
+        }
+    };
+    CompareCalls(
+        "three names looked up", 0.25, [&] { lookUp(*dual.Get()); }, [&] { lookUp(*type.Get()); });
 }
 
 }  // namespace
 
 void RunSetControl(IClassFactory& factory) {
     CompareOpening(factory);
-    CompareReading(factory);
+    CompareDispatch(factory);
 }
 
 }  // namespace bench
