@@ -6,7 +6,7 @@
 # To build the portable core; to test it; to measure it.
 packages_native=(g++ cmake ninja-build)
 packages_tests=(libgtest-dev)
-packages_bench=(libbenchmark-dev)
+packages_bench=(libfmt-dev valgrind)
 # To check layout and code.
 packages_lint=(clang-format clang-tidy)
 # To build for Windows; googletest holds the sources that the component's tests are built with.
@@ -18,6 +18,8 @@ packages_wine=(wine wine64 libwine fonts-wine xvfb fonts-liberation libgl1 libgn
     libxfixes3 libxi6 libxinerama1 libxrandr2 libxrender1 libxxf86vm1)
 # What 32-bit Wine needs of the 64-bit system; Wine itself is unpacked by wine32.sh.
 packages_wine32=(libc6-i386 lib32gcc-s1 libz-mingw-w64)
+# To pack what users get.
+packages_package=(perl zip wixl msitools)
 
 missing_packages() {
     local package
@@ -65,7 +67,7 @@ install_packages() {
     logged apt-install run_apt install -y --no-install-recommends "${missing[@]}"
 }
 
-# install_group native|tests|bench|lint|cross|wine|wine32
+# install_group native|tests|bench|lint|cross|wine|wine32|package
 install_group() {
     local -n group_packages=packages_$1
     locked packages install_packages "${group_packages[@]}"
