@@ -135,17 +135,12 @@ private:
     std::exception_ptr m_failure;
 };
 
-/// The top-level window that a dialog of the control belongs to.
-HWND OwnerOf(HWND parent) noexcept {
-    return parent ? GetAncestor(parent, GA_ROOT) : GetActiveWindow();
-}
-
 }  // namespace
 
-void ShowAboutBox(HWND parent, ControlKind control) {
+void ShowAboutBox(HWND owner, ControlKind control) {
     SharedServices services(&win32::FindLateBoundServices);
     AboutDialog dialog(LoadAboutTexts(control, OwnVersion(), services));
-    dialog.Show(OwnerOf(parent));
+    dialog.Show(owner);
 }
 
 }  // namespace kiv::server

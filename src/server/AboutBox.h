@@ -7,8 +7,8 @@
 
 namespace kiv::server {
 
-/// Returns when the user has closed the box. The box belongs to the window that parent lies in; null: to the calling
-/// thread's active window, if it has one. control: Set or Show. Throws where the box cannot be shown.
-void ShowAboutBox(HWND parent, ControlKind control);
+/// Returns when the user has closed the box. owner: a top-level window, or null. control: Set or Show. Throws where the
+/// box cannot be shown.
+void ShowAboutBox(HWND owner, ControlKind control);
 
 }  // namespace kiv::server

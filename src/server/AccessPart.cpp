@@ -1,5 +1,6 @@
 #include "server/AccessPart.h"
 
+#include "server/AccessibleWindowlessSite.h"
 #include "server/Boundary.h"
 
 namespace kiv::server {
@@ -11,7 +12,15 @@ HRESULT AccessPart::PassOn(HRESULT (STDMETHODCALLTYPE IAccessible::*method)(Para
 }
 
 HRESULT AccessPart::get_accParent(IDispatch** out) {
-    return PassOn(&IAccessible::get_accParent, out);
+    if (!out) return E_INVALIDARG;
+    *out = nullptr;
+    return AtBoundaryOf(Owner(), [&] {
+        const auto site = m_host.ContainerSite().As<IAccessibleWindowlessSite>();
+        comkit::ComPtr<IAccessible> parent;
+        if (site && m_surface.WindowlessPlace() && SUCCEEDED(site->GetParentAccessible(parent.Put())) && parent)
+            return parent->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(out));
+        return m_surface.Access()->get_accParent(out);
+    });
 }
 HRESULT AccessPart::get_accChildCount(long* out) {
     return PassOn(&IAccessible::get_accChildCount, out);
@@ -89,6 +98,13 @@ HRESULT AccessPart::Invoke(DISPID member, REFIID, LCID locale, WORD flags, DISPP
     return AtBoundaryOf(Owner(), [&] {
         return m_surface.Access()->Invoke(member, IID_NULL, locale, flags, arguments, result, exception, argument);
     });
+}
+
+HRESULT AccessPart::QueryService(REFGUID service, REFIID iid, void** out) {
+    if (!out) return E_POINTER;
+    *out = nullptr;
+    if (!IsEqualGUID(service, IID_IAccessible)) return E_NOINTERFACE;
+    return Owner().QueryInterface(iid, out);
 }
 
 }  // namespace kiv::server

@@ -1,19 +1,23 @@
 // IAccessible of a control that is drawn: a container in whose window the control lives asks the control itself what it
-// is to an accessibility client. Every call goes on to what the control's surface answers for its labels.
+// is to an accessibility client, directly or as a service. Calls go on to what the control's surface answers for its
+// labels; what it lies in, the container is asked where it can tell.
 #pragma once
 
 #include <windows.h>
 
 #include <oleacc.h>
+#include <servprov.h>
 
 #include "comkit/ComObject.h"
+#include "server/ControlCore.h"
 #include "win32/LabelSurface.h"
 
 namespace kiv::server {
 
-class AccessPart final : public comkit::ComPart<IAccessible> {
+class AccessPart final : public comkit::ComPart<IAccessible, IServiceProvider> {
 public:
-    AccessPart(IUnknown& owner, const win32::LabelSurface& surface) noexcept : ComPart(owner), m_surface(surface) {}
+    AccessPart(ControlHost& host, const win32::LabelSurface& surface) noexcept
+        : ComPart(host.Identity()), m_host(host), m_surface(surface) {}
 
     HRESULT STDMETHODCALLTYPE get_accParent(IDispatch** out) override;
     HRESULT STDMETHODCALLTYPE get_accChildCount(long* out) override;
@@ -44,10 +48,14 @@ public:
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID iid, LCID locale, WORD flags, DISPPARAMS* arguments,
                                      VARIANT* result, EXCEPINFO* exception, UINT* argument) override;
 
+    // IServiceProvider
+    HRESULT STDMETHODCALLTYPE QueryService(REFGUID service, REFIID iid, void** out) override;
+
 private:
     template <class... Parameters, class... Arguments>
     HRESULT PassOn(HRESULT (STDMETHODCALLTYPE IAccessible::*method)(Parameters...), Arguments... arguments) const;
 
+    ControlHost& m_host;
     const win32::LabelSurface& m_surface;
 };
 

@@ -31,6 +31,8 @@ public:
 
     bool IsActive() const noexcept { return m_bActive; }
     bool IsUiActive() const noexcept { return m_bUiActive; }
+    /// The container's; null while inactive, and where it has none.
+    const comkit::ComPtr<IOleInPlaceFrame>& Frame() const noexcept { return m_pFrame; }
 
     /// Brings the control's windows up where the container wants them. Throws comkit::ComError when the container
     /// refuses or a window cannot be made; then nothing is left active.

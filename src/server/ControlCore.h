@@ -5,9 +5,11 @@
 #include <oaidl.h>
 #include <ocidl.h>
 
+#include <functional>
 #include <memory>
 #include <string_view>
 
+#include "comkit/ComPtr.h"
 #include "pages/PageDescription.h"
 #include "platform/Container.h"
 #include "platform/PropertyBag.h"
@@ -55,8 +57,11 @@ public:
     virtual void OnLoaded() = 0;
     /// False: a container that watches the member does not allow a change now.
     virtual bool RequestEdit(DISPID member) = 0;
-    /// The window that a dialog of the control belongs to; null where there is none.
-    virtual HWND DialogParent() noexcept = 0;
+    /// Runs a modal dialog of the control. It is given the top-level window that it belongs to; null where there is
+    /// none. Meanwhile the container keeps its modeless windows out of the way.
+    virtual void RunModal(const std::function<void(HWND owner)>& dialog) = 0;
+    /// Null where there is none.
+    virtual comkit::ComPtr<IOleClientSite> ContainerSite() const noexcept = 0;
 
 protected:
     ~ControlHost() = default;

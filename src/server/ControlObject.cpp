@@ -3,6 +3,7 @@
 #include <Vexa.h>
 
 #include "server/Boundary.h"
+#include "server/ModalScope.h"
 #include "server/Module.h"
 
 namespace kiv::server {
@@ -105,12 +106,21 @@ bool ControlObject::RequestEdit(DISPID member) {
     return m_persist.IsLoading() || m_events.RequestEdit(member);
 }
 
-HWND ControlObject::DialogParent() noexcept {
-    if (const HWND own = m_pCore->Surface().Window()) return own;
-    // A control without a window lies in its container's.
-    HWND window = nullptr;
-    const auto site = m_site.Get().As<IOleWindow>();
-    return site && SUCCEEDED(site->GetWindow(&window)) ? window : nullptr;
+HWND ControlObject::DialogOwner() const noexcept {
+    HWND window = m_pCore->Surface().Window();
+    if (!window) {
+        // A control without a window lies in its container's.
+        const auto site = m_site.Get().As<IOleWindow>();
+        if (!site || FAILED(site->GetWindow(&window))) window = nullptr;
+    }
+    return window ? GetAncestor(window, GA_ROOT) : GetActiveWindow();
+}
+
+void ControlObject::RunModal(const std::function<void(HWND owner)>& dialog) {
+    const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+    const HWND owner = DialogOwner();
+    const ModalScope modal(m_activation.Frame());
+    dialog(owner);
 }
 
 void ControlObject::PropertyChanged(std::u16string_view key) {

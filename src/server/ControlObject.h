@@ -54,7 +54,8 @@ private:
     void EnsureInitialized() override { m_persist.EnsureInitialized(); }
     void OnLoaded() override;
     bool RequestEdit(DISPID member) override;
-    HWND DialogParent() noexcept override;
+    void RunModal(const std::function<void(HWND owner)>& dialog) override;
+    comkit::ComPtr<IOleClientSite> ContainerSite() const noexcept override { return m_site.Get(); }
 
     // Container
     bool UserMode() const override { return m_site.UserMode(); }
@@ -79,6 +80,8 @@ private:
     void OnAmbientsChanged() override;
     void OnClosing() noexcept override;
 
+    /// The window that a dialog belongs to; null where there is none.
+    HWND DialogOwner() const noexcept;
     /// The control looks different.
     void TellPictureChanged() noexcept;
 

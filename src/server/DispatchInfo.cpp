@@ -7,6 +7,7 @@
 
 #include "comkit/Errors.h"
 #include "comkit/Variant.h"
+#include "comkit/VariantReferences.h"
 #include "server/TypeDescriptions.h"
 
 namespace kiv::server {
@@ -22,6 +23,18 @@ VARTYPE PointedType(const ELEMDESC& parameter) noexcept {
 }
 
 constexpr WORD PutFlags = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+
+/// What the system's Invoke takes for granted. On failure, argument is the first that is wrong.
+HRESULT CheckParams(const DISPPARAMS& params, UINT* argument) noexcept {
+    if (params.cNamedArgs > params.cArgs) return DISP_E_BADPARAMCOUNT;
+    if ((params.cArgs && !params.rgvarg) || (params.cNamedArgs && !params.rgdispidNamedArgs)) return E_POINTER;
+    for (UINT slot = 0; slot < params.cArgs; ++slot) {
+        if (comkit::IsWhole(params.rgvarg[slot])) continue;
+        if (argument) *argument = slot;
+        return DISP_E_TYPEMISMATCH;
+    }
+    return S_OK;
+}
 
 }  // namespace
 
@@ -85,8 +98,9 @@ DispatchInfo::DispatchInfo(comkit::ComPtr<ITypeInfo> type) : m_pType(std::move(t
 void DispatchInfo::AddFunction(const FUNCDESC& function) {
     auto found = std::find_if(m_members.begin(), m_members.end(),
                               [&](const Member& member) { return member.id == function.memid; });
-    if (found == m_members.end()) found = m_members.insert(m_members.end(), Member{function.memid, 0, {}, false});
+    if (found == m_members.end()) found = m_members.insert(m_members.end(), Member{function.memid, 0, {}, false, 0});
     found->kinds |= function.invkind;
+    found->mostArguments = std::max(found->mostArguments, static_cast<UINT>(function.cParams));
     if (function.invkind != INVOKE_FUNC) return;
     for (SHORT i = 0; i < function.cParams; ++i) {
         found->targets.push_back(PointedType(function.lprgelemdescParam[i]));
@@ -116,6 +130,9 @@ HRESULT DispatchInfo::Invoke(void* instance, DISPID id, WORD flags, const DISPPA
                              EXCEPINFO* info, UINT* argument) const {
     const Member* member = Find(id);
     if (!member) return DISP_E_MEMBERNOTFOUND;
+    // Wine calls a method that takes no arguments all the same where some are passed.
+    if (params.cArgs > member->mostArguments) return DISP_E_BADPARAMCOUNT;
+    if (const HRESULT hr = CheckParams(params, argument); FAILED(hr)) return hr;
     if ((flags & DISPATCH_METHOD) && !(flags & PutFlags) && !(member->kinds & INVOKE_FUNC))
         flags = static_cast<WORD>((flags & ~DISPATCH_METHOD) | DISPATCH_PROPERTYGET);
 

@@ -5,7 +5,8 @@
 //  - a property that is asked for as a method is got;
 //  - after a failure the result is empty, not what was left over;
 //  - a colour is handed out as a signed number, the only kind that scripts know;
-//  - an error that an earlier call left on the thread is not taken for this call's.
+//  - an error that an earlier call left on the thread is not taken for this call's;
+//  - arguments that refer to nothing, or to themselves, are refused.
 //
 // One instance serves all objects and apartments; it does not change after construction.
 #pragma once
@@ -37,6 +38,7 @@ private:
         /// a VARIANT anyway.
         std::vector<VARTYPE> targets;
         bool hasTargets = false;
+        UINT mostArguments = 0;  ///< of the form that takes the most
     };
     class Unwrapped;
 

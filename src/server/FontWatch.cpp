@@ -3,7 +3,6 @@
 #include <utility>
 
 #include "server/Boundary.h"
-#include "win32/OleFont.h"
 
 namespace kiv::server {
 
@@ -32,21 +31,38 @@ FontWatch::~FontWatch() {
 }
 
 void FontWatch::Watch(const FontPtr& font) {
-    const auto* object = dynamic_cast<const win32::OleFont*>(font.get());
-    const auto identity = object ? comkit::ComPtr<IUnknown>::From(object->Object().Get()) : nullptr;
-    if (identity == m_pFont) return;
+    const auto next = std::dynamic_pointer_cast<win32::OleFont>(font);
+    if (next && !next->HasObject()) {
+        if (next == m_pUnmade) return;
+        Stop();
+        m_pUnmade = next;
+        m_pUnmade->SetWatcher(this);
+        return;
+    }
+    const auto identity = next ? comkit::ComPtr<IUnknown>::From(next->Object().Get()) : nullptr;
+    if (identity && identity == m_pFont) return;
     Stop();
-    const auto points = identity.As<IConnectionPointContainer>();
+    if (next) Advise(*next->Object().Get());
+}
+
+void FontWatch::OnObjectMade() {
+    const auto font = std::exchange(m_pUnmade, nullptr);
+    Advise(*font->Object().Get());
+}
+
+void FontWatch::Advise(IFont& object) {
+    const auto points = comkit::ComPtr<IConnectionPointContainer>::From(&object);
     comkit::ComPtr<IConnectionPoint> point;
     if (!points || FAILED(points->FindConnectionPoint(IID_IPropertyNotifySink, point.Put()))) return;
     auto sink = comkit::MakeObject<Sink>(*this);
     if (FAILED(point->Advise(sink.Get(), &m_cookie))) return;
-    m_pFont = identity;
+    m_pFont = comkit::ComPtr<IUnknown>::From(&object);
     m_pPoint = std::move(point);
     m_pSink = std::move(sink);
 }
 
 void FontWatch::Stop() noexcept {
+    if (const auto font = std::exchange(m_pUnmade, nullptr)) font->SetWatcher(nullptr);
     if (const auto sink = std::exchange(m_pSink, nullptr)) sink->Forget();
     if (const auto point = std::exchange(m_pPoint, nullptr)) point->Unadvise(m_cookie);
     m_pFont.Reset();

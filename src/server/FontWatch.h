@@ -4,13 +4,15 @@
 #include <ocidl.h>
 
 #include <functional>
+#include <memory>
 
 #include "comkit/ComObject.h"
 #include "platform/Font.h"
+#include "win32/OleFont.h"
 
 namespace kiv::server {
 
-class FontWatch final {
+class FontWatch final : private win32::OleFont::Watcher {
 public:
     /// changed runs after each change of the watched font, until Stop().
     explicit FontWatch(std::function<void()> changed);
@@ -25,7 +27,11 @@ public:
 private:
     class Sink;
 
+    void OnObjectMade() override;
+    void Advise(IFont& object);
+
     std::function<void()> m_changed;
+    std::shared_ptr<win32::OleFont> m_pUnmade;  ///< nobody can have changed it: it has no object yet
     comkit::ComPtr<IUnknown> m_pFont;
     comkit::ComPtr<IConnectionPoint> m_pPoint;
     comkit::ComPtr<Sink> m_pSink;

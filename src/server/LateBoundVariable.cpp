@@ -1,6 +1,7 @@
 #include "server/LateBoundVariable.h"
 
 #include "comkit/Dispatch.h"
+#include "comkit/VariantReferences.h"
 #include "framework/FrameworkNames.h"
 #include "platform/HostError.h"
 #include "server/ValueConversion.h"
@@ -12,7 +13,7 @@ namespace {
 
 comkit::ComPtr<IDispatch> ObjectIn(const VARIANT& variant) noexcept {
     comkit::Variant direct;
-    if (FAILED(direct.CopyFrom(variant))) return {};
+    if (!comkit::IsWhole(variant) || FAILED(direct.CopyFrom(variant))) return {};
     const VARIANT& value = direct.Get();
     const bool isObject = value.vt == VT_DISPATCH || value.vt == VT_UNKNOWN;
     return isObject ? comkit::ComPtr<IDispatch>::From(value.punkVal) : comkit::ComPtr<IDispatch>();

@@ -17,7 +17,8 @@ HRESULT SetDispatchPart::GetDateTimeInfo(VARIANT* vDate, VARIANT* vTime, VARIANT
 }
 
 HRESULT SetDispatchPart::ShowAboutBox() {
-    return AtBoundaryOf(Owner(), [&] { server::ShowAboutBox(Host().DialogParent(), ControlKind::Set); });
+    return AtBoundaryOf(Owner(),
+                        [&] { Host().RunModal([](HWND owner) { server::ShowAboutBox(owner, ControlKind::Set); }); });
 }
 
 }  // namespace kiv::server

@@ -28,7 +28,7 @@ public:
           m_control({m_surface, host.ContainerSide(), m_clock, m_names, m_framework, m_help}, m_events),
           m_dispatch(host, m_control),
           m_support(host, m_control),
-          m_access(host.Identity(), m_surface) {
+          m_access(host, m_surface) {
         // Whoever asks for the control's font is given an object, whether or not the container has one to offer.
         m_surface.SetFont(win32::DefaultFont());
     }
@@ -45,7 +45,10 @@ public:
     void OnShown() override {}
     void OnUserModeChanged() override { m_control.OnUserModeChanged(); }
     void OnFontChanged() override { m_control.SetFont(m_control.GetFont()); }
-    void OnSettingsChanged() override { m_control.OnRegionalSettingsChanged(); }
+    void OnSettingsChanged() override {
+        win32::SystemRegionalNames::ForgetTables();
+        m_control.OnRegionalSettingsChanged();
+    }
     void Terminate() noexcept override { m_control.Terminate(); }
     DISPID MemberOfKey(std::u16string_view key) const noexcept override { return ShowMemberOfKey(key); }
 

@@ -14,7 +14,8 @@ HRESULT ShowDispatchPart::RefreshDisplay(VARIANT* oVar) {
 }
 
 HRESULT ShowDispatchPart::ShowAboutBox() {
-    return AtBoundaryOf(Owner(), [&] { server::ShowAboutBox(Host().DialogParent(), ControlKind::Show); });
+    return AtBoundaryOf(Owner(),
+                        [&] { Host().RunModal([](HWND owner) { server::ShowAboutBox(owner, ControlKind::Show); }); });
 }
 
 }  // namespace kiv::server

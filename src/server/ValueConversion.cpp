@@ -3,6 +3,7 @@
 #include <optional>
 #include <type_traits>
 
+#include "comkit/VariantReferences.h"
 #include "win32/OleFont.h"
 
 namespace kiv::server {
@@ -33,7 +34,7 @@ Value ValueOf(const VARIANT& original) {
     comkit::Variant direct;
     const VARIANT* v = &original;
     if (v->vt & VT_BYREF) {
-        if (FAILED(direct.CopyFrom(*v))) return Unsupported{};
+        if (!comkit::IsWhole(*v) || FAILED(direct.CopyFrom(*v))) return Unsupported{};
         v = &direct.Get();
     }
     switch (v->vt) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "comkit/Errors.h"
+#include "comkit/VariantReferences.h"
 
 namespace kiv::server {
 
@@ -36,6 +37,7 @@ void Store(VARIANT& reference, VARIANT& value) {
 }  // namespace
 
 void AssignTo(VARIANT& target, comkit::Variant value) {
+    if (!comkit::IsWhole(target)) throw comkit::ComError(E_POINTER);
     if (!(target.vt & VT_BYREF)) {
         comkit::ThrowIfFailed(VariantClear(&target));
         target = value.Detach();

@@ -1,5 +1,9 @@
 // The about boxes: modal, closed by their user, legible.
 #include <algorithm>
+#include <functional>
+#include <optional>
+#include <string_view>
+#include <vector>
 
 #include "ControlFixture.h"
 #include "WindowPictures.h"
@@ -16,6 +20,7 @@ struct Visit {
     bool ownerDisabled = false;
     bool clipped = false;
     WPARAM closeWith = IDOK;
+    std::function<void()> onBox;
     int boxes = 0;
     HWND owner = nullptr;
 };
@@ -53,6 +58,7 @@ BOOL CALLBACK LookAtWindow(HWND window, LPARAM) {
     EnumChildWindows(window, &LookAtPart, 0);
     const std::wstring control = Visit::current->caption.substr(6);
     LeavePicture(window, "about-" + Narrow(control));
+    if (Visit::current->onBox) Visit::current->onBox();
     PostMessageW(window, WM_COMMAND, Visit::current->closeWith, 0);
     return FALSE;
 }
@@ -111,6 +117,31 @@ TEST_P(AboutBox, NeedsNoParentAndClosesWithEscapeToo) {
     EXPECT_EQ(1, visit.boxes);
     ShowIt();
     EXPECT_EQ(2, visit.boxes);
+}
+
+TEST_P(AboutBox, KeepsTheModelessWindowsOfTheContainersFrameOutOfTheWay) {
+    using Calls = std::vector<bool>;
+    Place(false);
+    ShowIt();
+    EXPECT_EQ(Calls{}, site->Frame().modeless) << "a control that is not active has no frame";
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_SHOW));
+    visit.onBox = [&] { EXPECT_EQ(Calls{false}, site->Frame().modeless); };
+    ShowIt();
+    EXPECT_EQ((Calls{false, true}), site->Frame().modeless);
+    site->Frame().modeless.clear();
+    // A container that closes the control while the box is up, and one whose frame does not want to.
+    visit.onBox = [&] { As<IOleObject>()->Close(OLECLOSE_NOSAVE); };
+    ShowIt();
+    EXPECT_EQ((Calls{false, true}), site->Frame().modeless);
+    site->Frame().modeless.clear();
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_SHOW));
+    visit.onBox = nullptr;
+    site->Frame().onCall = [](const char* call) {
+        return std::string_view(call) == "EnableModeless" ? std::optional<HRESULT>(E_NOTIMPL) : std::nullopt;
+    };
+    ShowIt();
+    EXPECT_EQ(Calls{false}, site->Frame().modeless) << "what was not taken is not given back";
+    EXPECT_EQ(4, visit.boxes);
 }
 
 INSTANTIATE_TEST_SUITE_P(Controls, AboutBox, EitherControl(), NameOfControl);

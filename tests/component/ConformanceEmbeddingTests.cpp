@@ -75,54 +75,6 @@ TEST_F(Conformance, EveryPositiveExtentIsTakenAndGrownToWhatIsNeeded) {
     EXPECT_EQ(12000, back.cy);
 }
 
-TEST_F(Conformance, UnsitingSucceedsInEveryState) {
-    const LONG none = 4711;
-    for (const bool userMode : {false, true}) {
-        for (const LONG verb : {none, LONG{OLEIVERB_SHOW}, LONG{OLEIVERB_HIDE}, LONG{OLEIVERB_UIACTIVATE}}) {
-            SCOPED_TRACE(verb);
-            Place(userMode);
-            if (verb != none) {
-                EXPECT_EQ(S_OK, DoVerb(verb));
-            }
-            for (int i = 0; i < 2; ++i) EXPECT_EQ(S_OK, As<IOleObject>()->SetClientSite(nullptr));
-            EXPECT_EQ(nullptr, GetWindow(site->Window(), GW_CHILD));
-            EXPECT_FALSE(site->IsUiActive());
-            ComPtr<IOleClientSite> left;
-            EXPECT_EQ(S_OK, As<IOleObject>()->GetClientSite(left.Put()));
-            EXPECT_FALSE(left);
-            EXPECT_EQ(L"Set Date/Time", TextOf(L"Caption"));
-            EXPECT_EQ(S_OK, As<IOleObject>()->SetClientSite(site.Get()));
-            EXPECT_EQ(S_OK, DoVerb(OLEIVERB_SHOW));
-            Remove();
-        }
-    }
-    control = Server::Get().CreateControl();
-    EXPECT_EQ(S_OK, As<IOleObject>()->SetClientSite(nullptr));
-    EXPECT_EQ(S_OK, As<IOleObject>()->Close(OLECLOSE_SAVEIFDIRTY));
-}
-
-TEST_F(Conformance, CallsAfterTheEndAreHarmless) {
-    Place(true);
-    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_UIACTIVATE));
-    As<IOleObject>()->Close(OLECLOSE_NOSAVE);
-    As<IOleObject>()->SetClientSite(nullptr);
-    const auto active = As<IOleInPlaceActiveObject>();
-    MSG tab{site->Window(), WM_KEYDOWN, VK_TAB, 0, 0, {}};
-    EXPECT_EQ(S_FALSE, active->TranslateAccelerator(&tab));
-    EXPECT_EQ(S_FALSE, As<IOleControl>()->OnMnemonic(&tab));
-    const RECT rect{0, 0, 10, 10};
-    EXPECT_EQ(S_OK, As<IOleInPlaceObject>()->SetObjectRects(&rect, &rect));
-    EXPECT_EQ(S_OK, As<IOleInPlaceObject>()->UIDeactivate());
-    EXPECT_EQ(S_OK, As<IOleInPlaceObject>()->InPlaceDeactivate());
-    EXPECT_EQ(S_OK, As<IOleObject>()->Close(OLECLOSE_SAVEIFDIRTY));
-    EXPECT_EQ(S_OK, AmbientChanged(DISPID_UNKNOWN));
-    EXPECT_TRUE(FAILED(DoVerb(OLEIVERB_SHOW)));
-    CONTROLINFO info{};
-    info.cb = sizeof(info);
-    EXPECT_EQ(S_OK, As<IOleControl>()->GetControlInfo(&info));
-    EXPECT_EQ(0, info.cAccel);
-}
-
 TEST_F(Conformance, AmbientFontAndColoursOfALaterDayLeaveTheControlsOwn) {
     site->font = ComPtr<IDispatch>::From(MakeFont(L"Liberation Serif", 12).Get());
     Place(false);

@@ -44,6 +44,22 @@ TEST_F(ContainerFaults, ACallbackThatFailsOrHandsOutNothingLeavesThePropertiesAs
     }
 }
 
+TEST_F(ContainerFaults, AnActivationThatFailsOnceIsNoneAndTheNextOneIs) {
+    for (const char* callback : {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindow", "GetWindowContext"}) {
+        SCOPED_TRACE(callback);
+        Create();
+        As<IOleObject>()->SetClientSite(site.Get());
+        int met = 0;
+        Misbehave(callback, [&] { return ++met == 1 ? std::optional<HRESULT>(E_FAIL) : std::nullopt; });
+        EXPECT_TRUE(FAILED(DoVerb(OLEIVERB_UIACTIVATE)));
+        EXPECT_EQ(S_OK, DoVerb(OLEIVERB_UIACTIVATE));
+        EXPECT_TRUE(Child(L"SysMonthCal32"));
+        EXPECT_TRUE(site->IsUiActive());
+        ExpectToWorkAgain();
+        End();
+    }
+}
+
 TEST_F(ContainerFaults, ACallbackThatCallsBackIntoTheControlLeavesItWhole) {
     struct Deed {
         const char* name;

@@ -76,6 +76,8 @@ TEST_P(Interfaces, WhatIsNotOfferedIsRefusedFromAllOfThemWithTheOutPointerNulled
         {"IClassFactory", IID_IClassFactory},
         {"the other control's", NeedsNoWindow() ? SetClass.members : ShowClass.members},
         {"IPropertyPage", IID_IPropertyPage},
+        // It writes a device's clock and the machine's registry.
+        {"IObjectSafety", {0xCB5BDC81, 0x93C1, 0x11CF, {0x8F, 0x20, 0x00, 0x80, 0x5F, 0x2C, 0xD0, 0x64}}},
         {"IUnknown spelled wrong", {0x00000000, 0, 0, {0xC0, 0, 0, 0, 0, 0, 0, 0x47}}}};
     if (!NeedsNoWindow()) refused.push_back({"IOleInPlaceObjectWindowless", IID_IOleInPlaceObjectWindowless});
     for (const NamedInterface& from : Offered()) {

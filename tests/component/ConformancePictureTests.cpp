@@ -39,7 +39,7 @@ FORMATETC Format(CLIPFORMAT format, DWORD medium) {
     return {format, nullptr, DVASPECT_CONTENT, -1, medium};
 }
 
-class Pictures : public ControlFixture {
+class Pictures : public BothControls {
 protected:
     HRESULT DrawInto(HDC dc, DWORD aspect = DVASPECT_CONTENT) {
         const RECTL bounds{0, 0, Sheet::Width, Sheet::Height};
@@ -48,35 +48,47 @@ protected:
     Sheet Drawn(DWORD aspect = DVASPECT_CONTENT) {
         return Sheet([&](HDC dc) { EXPECT_EQ(S_OK, DrawInto(dc, aspect)); });
     }
+    bool IsSet() const { return &tested == &SetClass; }
+    /// The show control with an edge, and as large as the sheet: stretched in one direction alone, its texts would be
+    /// other ones.
+    void PlacePicture(bool userMode) {
+        Place(userMode);
+        if (IsSet()) return;
+        Put(L"BorderStyle", 1);
+        const comkit::WindowDc screen(nullptr);
+        const int dpi = GetDeviceCaps(screen.Get(), LOGPIXELSX);
+        SIZEL extent{MulDiv(Sheet::Width, 2540, dpi), MulDiv(Sheet::Height, 2540, dpi)};
+        EXPECT_EQ(S_OK, As<IOleObject>()->SetExtent(DVASPECT_CONTENT, &extent));
+        site->position = {20, 30, 20 + Sheet::Width, 30 + Sheet::Height};
+    }
+    /// Surround, two frames, captions, title, its text, days, trailing days; or two labels' ground, text and edge.
+    std::size_t FewestColors() const { return IsSet() ? 5 : 3; }
 };
 
-// Surround, two frames, captions, title, its text, days, trailing days.
-constexpr std::size_t FewestColors = 5;
-
-TEST_F(Pictures, TheInactiveControlLooksAsTheActiveOneDoes) {
-    Place(true);
-    Put(L"UsePCDateTime", false);
+TEST_P(Pictures, TheInactiveControlLooksAsTheActiveOneDoes) {
+    PlacePicture(true);
+    if (IsSet()) Put(L"UsePCDateTime", false);
     const Sheet before = Drawn();
-    EXPECT_GE(before.Colors(), FewestColors);
+    EXPECT_GE(before.Colors(), FewestColors());
     ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
     const Sheet active = Drawn();
-    EXPECT_GE(active.Colors(), FewestColors);
+    EXPECT_GE(active.Colors(), FewestColors());
     ASSERT_EQ(S_OK, As<IOleInPlaceObject>()->InPlaceDeactivate());
     EXPECT_LT(Drawn().DifferenceTo(active), 0.03) << "only a blinking or ticking detail may differ";
     Put(L"BackColor", 0xFF);
     EXPECT_GT(Drawn().DifferenceTo(active), 0.1) << "the picture follows the properties";
 }
 
-TEST_F(Pictures, PrintersAndTheScreenGetTheSameAspect) {
-    Place(false);
+TEST_P(Pictures, PrintersAndTheScreenGetTheSameAspect) {
+    PlacePicture(false);
     EXPECT_LT(Drawn(DVASPECT_DOCPRINT).DifferenceTo(Drawn()), 0.01);
     const comkit::WindowDc screen(site->Window());
     EXPECT_EQ(S_OK, DrawInto(screen.Get()));
     EXPECT_EQ(DV_E_DVASPECT, DrawInto(screen.Get(), DVASPECT_ICON));
 }
 
-TEST_F(Pictures, AMetafilePlaysThePictureOfTheScreen) {
-    Place(false);
+TEST_P(Pictures, AMetafilePlaysThePictureOfTheScreen) {
+    PlacePicture(false);
     const Sheet direct = Drawn();
     const comkit::WindowDc screen(nullptr);
     const HDC recording = CreateEnhMetaFileW(screen.Get(), nullptr, nullptr, nullptr);
@@ -90,12 +102,12 @@ TEST_F(Pictures, AMetafilePlaysThePictureOfTheScreen) {
     const RECT whole{edge.left, edge.top, edge.right + 1, edge.bottom + 1};
     const Sheet played([&](HDC dc) { PlayEnhMetaFile(dc, file, &whole); });
     DeleteEnhMetaFile(file);
-    EXPECT_GE(played.Colors(), FewestColors);
+    EXPECT_GE(played.Colors(), FewestColors());
     EXPECT_LT(played.DifferenceTo(direct), 0.25) << "the frame's millimetres scale it a little";
 }
 
-TEST_F(Pictures, TheDataObjectHandsOutBothKindsOfMetafile) {
-    Place(false);
+TEST_P(Pictures, TheDataObjectHandsOutBothKindsOfMetafile) {
+    PlacePicture(false);
     const Sheet direct = Drawn();
     const auto data = As<IDataObject>();
     FORMATETC enhanced = Format(CF_ENHMETAFILE, TYMED_ENHMF | TYMED_HGLOBAL);
@@ -111,7 +123,7 @@ TEST_F(Pictures, TheDataObjectHandsOutBothKindsOfMetafile) {
     EXPECT_NEAR(extent.cy, header.rclFrame.bottom - header.rclFrame.top, 60);
     const RECT whole{0, 0, Sheet::Width, Sheet::Height};
     const Sheet played([&](HDC dc) { PlayEnhMetaFile(dc, medium.hEnhMetaFile, &whole); });
-    EXPECT_GE(played.Colors(), FewestColors);
+    EXPECT_GE(played.Colors(), FewestColors());
     EXPECT_LT(played.DifferenceTo(direct), 0.2);
 
     FORMATETC plain = Format(CF_METAFILEPICT, TYMED_MFPICT);
@@ -128,13 +140,22 @@ TEST_F(Pictures, TheDataObjectHandsOutBothKindsOfMetafile) {
         SetViewportExtEx(dc, Sheet::Width, Sheet::Height, nullptr);
         PlayMetaFile(dc, picture->hMF);
     });
+    // Into a part of the sheet: it keeps to the part.
+    const Sheet small([&](HDC dc) {
+        SetMapMode(dc, MM_ANISOTROPIC);
+        SetViewportExtEx(dc, Sheet::Width / 2, Sheet::Height / 2, nullptr);
+        PlayMetaFile(dc, picture->hMF);
+    });
+    EXPECT_EQ(0xFFFFFFu, small.At(Sheet::Width / 2 + 10, Sheet::Height / 2 - 10));
+    EXPECT_EQ(0xFFFFFFu, small.At(Sheet::Width / 2 - 10, Sheet::Height / 2 + 10));
+    EXPECT_NE(0xFFFFFFu, small.At(Sheet::Width / 2 - 10, Sheet::Height / 2 - 10));
     GlobalUnlock(second.hMetaFilePict);
-    EXPECT_GE(old.Colors(), FewestColors);
+    EXPECT_GE(old.Colors(), FewestColors());
     EXPECT_LT(old.DifferenceTo(direct), 0.2);
 }
 
-TEST_F(Pictures, TheDataObjectSaysWhatItHasAndRefusesTheRest) {
-    Place(false);
+TEST_P(Pictures, TheDataObjectSaysWhatItHasAndRefusesTheRest) {
+    PlacePicture(false);
     const auto data = As<IDataObject>();
     struct Case {
         FORMATETC format;
@@ -174,7 +195,7 @@ TEST_F(Pictures, TheDataObjectSaysWhatItHasAndRefusesTheRest) {
     EXPECT_TRUE(FAILED(data->SetData(&found[0], &medium, FALSE)));
 }
 
-TEST_F(Pictures, SinksOfDataAndViewHearOfEachChangeUntilTheyLeave) {
+TEST_P(Pictures, SinksOfDataAndViewHearOfEachChangeUntilTheyLeave) {
     Place(false);
     const auto sink = comkit::MakeObject<DataSink>();
     const auto data = As<IDataObject>();
@@ -187,24 +208,27 @@ TEST_F(Pictures, SinksOfDataAndViewHearOfEachChangeUntilTheyLeave) {
     EXPECT_EQ(S_OK, As<IViewObject>()->GetAdvise(nullptr, nullptr, back.Put()));
     EXPECT_EQ(static_cast<IAdviseSink*>(sink.Get()), back.Get());
     Put(L"Caption", u"new");
-    EXPECT_EQ(1, sink->dataChanges);
+    // The show control's labels take other sizes as well, and each change is told.
+    EXPECT_GE(sink->dataChanges, 1);
     EXPECT_TRUE(sink->mediumWasFilled);
-    EXPECT_EQ(1, sink->viewChanges);
+    EXPECT_GE(sink->viewChanges, 1);
+    const int dataChanges = sink->dataChanges;
+    const int viewChanges = sink->viewChanges;
     Put(L"Caption", u"new");
-    EXPECT_EQ(1, sink->dataChanges);
+    EXPECT_EQ(dataChanges, sink->dataChanges);
     ComPtr<IEnumSTATDATA> list;
     EXPECT_EQ(S_OK, data->EnumDAdvise(list.Put()));
     EXPECT_EQ(S_OK, data->DUnadvise(cookie));
     EXPECT_EQ(OLE_E_NOCONNECTION, data->DUnadvise(cookie));
     EXPECT_EQ(S_OK, As<IViewObject>()->SetAdvise(0, 0, nullptr));
     Put(L"Caption", u"newer");
-    EXPECT_EQ(1, sink->dataChanges);
-    EXPECT_EQ(1, sink->viewChanges);
+    EXPECT_EQ(dataChanges, sink->dataChanges);
+    EXPECT_EQ(viewChanges, sink->viewChanges);
     FORMATETC wrong = Format(CF_BITMAP, TYMED_GDI);
     EXPECT_TRUE(FAILED(data->DAdvise(&wrong, 0, sink.Get(), &cookie)));
 }
 
-TEST_F(Pictures, ClosingTellsTheSinksOfTheObject) {
+TEST_P(Pictures, ClosingTellsTheSinksOfTheObject) {
     Place(false);
     const auto sink = comkit::MakeObject<DataSink>();
     DWORD cookie = 0;
@@ -218,6 +242,8 @@ TEST_F(Pictures, ClosingTellsTheSinksOfTheObject) {
     EXPECT_EQ(S_OK, As<IOleObject>()->Unadvise(cookie));
     EXPECT_EQ(OLE_E_NOCONNECTION, As<IOleObject>()->Unadvise(cookie));
 }
+
+INSTANTIATE_TEST_SUITE_P(OfEitherControl, Pictures, EitherControl(), NameOfControl);
 
 }  // namespace
 }  // namespace component

@@ -3,6 +3,10 @@
 #include <windows.h>
 
 #include <oleacc.h>
+#include <servprov.h>
+
+#include <optional>
+#include <string_view>
 
 #include "ControlFixture.h"
 
@@ -70,6 +74,54 @@ TEST_F(ShowAccess, TheControlTellsItsLabelsWithAndWithoutAWindow) {
         EXPECT_EQ(S_FALSE, object->accLocation(&left, &top, &width, &height, Id(1)));
     }
     EXPECT_EQ(S_OK, Server::Get().CanUnload());
+}
+
+TEST_F(ShowAccess, ItsParentIsWhatTheContainerSaysAsLongAsItLivesInTheContainersWindow) {
+    // Anything accessible will do for what the container has it lie in.
+    const auto group = Server::Get().CreateControl(ShowClass.clsid);
+    const auto parent = [&] {
+        ComPtr<IDispatch> found;
+        EXPECT_EQ(S_OK, As<IAccessible>()->get_accParent(found.Put()));
+        return ComPtr<IUnknown>::From(found.Get());
+    };
+    site->accessibleParent = ComPtr<IAccessible>::From(group.Get());
+    site->offersNoWindow = true;
+    Place(true);
+    ComPtr<IDispatch> none;
+    EXPECT_EQ(S_FALSE, As<IAccessible>()->get_accParent(none.Put())) << "it lies nowhere yet";
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+    EXPECT_EQ(group.Get(), parent().Get());
+    for (const HRESULT answer : {E_FAIL, S_OK}) {
+        site->onCall = [answer](const char* call) {
+            return std::string_view(call) == "GetParentAccessible" ? std::optional<HRESULT>(answer) : std::nullopt;
+        };
+        HWND window = nullptr;
+        const auto standard = ComPtr<IOleWindow>::From(parent().Get());
+        ASSERT_TRUE(standard) << "a container that does not tell after all: its window";
+        EXPECT_EQ(S_OK, standard->GetWindow(&window));
+        EXPECT_EQ(site->Window(), window);
+    }
+    site->onCall = nullptr;
+    Remove();
+
+    site->offersNoWindow = false;
+    site->calls.clear();
+    Place(true);
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+    EXPECT_TRUE(ComPtr<IOleWindow>::From(parent().Get()));
+    EXPECT_EQ(0, site->Count("GetParentAccessible")) << "a window has a parent of its own";
+}
+
+TEST_F(ShowAccess, IsAServiceOfTheControl) {
+    Place(true);
+    const auto services = As<IServiceProvider>();
+    ASSERT_TRUE(services);
+    ComPtr<IAccessible> object;
+    EXPECT_EQ(S_OK, services->QueryService(IID_IAccessible, IID_IAccessible, object.PutVoid()));
+    EXPECT_EQ(As<IAccessible>().Get(), object.Get());
+    void* other = &other;
+    EXPECT_EQ(E_NOINTERFACE, services->QueryService(IID_IOleObject, IID_IAccessible, &other));
+    EXPECT_EQ(nullptr, other);
 }
 
 TEST_F(ShowAccess, ASetControlHasWindowsThatAnswerForThemselves) {
