@@ -1,7 +1,10 @@
-// Loads a set control from whatever bytes come. The first byte chooses: even, the rest is a property stream; odd, the
-// rest are the values that a hostile property bag hands out, key by key. Bit 1 chooses design or run mode.
+// Loads a control from whatever bytes come. The first byte chooses: even, the rest is a property stream; odd, the rest
+// are the values that a hostile property bag hands out, key by key. Bit 1 chooses design or run mode, bit 2 the
+// control.
 //
 // Beyond not crashing: what was loaded can be saved, encoded and decoded again, and loading that saves the same bytes.
+// Loading writes no value to the device, and a designer's control reaches neither framework, timer nor settings.
+#include <algorithm>
 #include <bit>
 #include <cstddef>
 #include <cstdint>
@@ -13,8 +16,10 @@
 #include "common/MemoryBag.h"
 #include "common/PropertyStream.h"
 #include "headless/HeadlessPlatform.h"
+#include "headless/HeadlessShowPlatform.h"
 #include "platform/HostError.h"
 #include "setcontrol/SetControl.h"
+#include "showcontrol/ShowControl.h"
 
 namespace {
 
@@ -97,7 +102,8 @@ private:
     mutable Bytes m_bytes;
 };
 
-class NoEvents final : public SetControlEvents {
+template <class Events>
+class NoInput : public Events {
     void Click() override {}
     void DblClick() override {}
     void KeyUp(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
@@ -106,15 +112,39 @@ class NoEvents final : public SetControlEvents {
     void MouseDown(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
     void MouseMove(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
     void MouseUp(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
+};
+class NoSetEvents final : public NoInput<SetControlEvents> {
     void GetDeviceDateTime(Value& /*dtNow*/, bool& /*bEnableDST*/) override {}
 };
+class NoShowEvents final : public NoInput<ShowControlEvents> {
+    void ValueChange() override {}
+};
 
-/// A control loaded from a bag, as a stream.
-std::vector<std::byte> LoadAndSave(const PropertyBag& bag, bool userMode) {
+struct Choice {
+    bool userMode;
+    bool showControl;
+};
+
+void CheckFramework(const headless::HeadlessFramework& framework, bool userMode) {
+    Require(userMode || framework.created == 0);
+    for (const std::string& call : framework.calls) {
+        Require(!call.starts_with("value "));
+        Require(!call.ends_with("True"));  // no element is enabled for writing
+    }
+}
+
+template <class Control>
+std::vector<std::byte> Saved(const Control& control) {
+    MemoryBag saved(true);
+    control.WriteProperties(saved);
+    return EncodeProperties(saved);
+}
+
+std::vector<std::byte> LoadAndSaveSet(const PropertyBag& bag, bool userMode) {
     headless::HeadlessPlatform world;
     world.container.userMode = userMode;
     world.container.ambientFont = headless::MakeFont(u"Tahoma");
-    NoEvents host;
+    NoSetEvents host;
     SetControl control(world.Platform(), host);
     control.InitProperties();
     control.ReadProperties(bag);
@@ -122,9 +152,30 @@ std::vector<std::byte> LoadAndSave(const PropertyBag& bag, bool userMode) {
     Require(control.Mode() >= sdtSetDateTime && control.Mode() <= sdtSetTimeOnly);
     Require(control.StartOfWeek() >= 1 && control.StartOfWeek() <= 7);
     Require(control.TimeHeight() >= 315 && control.TimeWidth() >= 1080);
-    MemoryBag saved(true);
-    control.WriteProperties(saved);
-    return EncodeProperties(saved);
+    CheckFramework(world.framework, userMode);
+    Require(userMode || (world.timers.EnabledCount() == 0 && world.settings.calls == 0));
+    return Saved(control);
+}
+
+std::vector<std::byte> LoadAndSaveShow(const PropertyBag& bag, bool userMode) {
+    headless::HeadlessShowPlatform world;
+    world.container.userMode = userMode;
+    world.container.ambientFont = headless::MakeFont(u"Tahoma");
+    NoShowEvents host;
+    ShowControl control(world.Platform(), host);
+    control.InitProperties();
+    control.ReadProperties(bag);
+    Require(control.Mode() == sdtShowDateOnly || control.Mode() == sdtShowTimeOnly);
+    Require(control.BorderStyle() == 0 || control.BorderStyle() == 1);
+    Require(control.DateDelimiter().size() == 1 && control.TimeDelimiter().size() == 1);
+    Require(std::ranges::count(control.AMPMFormat(), u',') == 1);
+    CheckFramework(world.framework, userMode);
+    return Saved(control);
+}
+
+/// A control loaded from a bag, as a stream.
+std::vector<std::byte> LoadAndSave(const PropertyBag& bag, Choice choice) {
+    return choice.showControl ? LoadAndSaveShow(bag, choice.userMode) : LoadAndSaveSet(bag, choice.userMode);
 }
 
 MemoryBag Decode(Bytes stream) {
@@ -135,12 +186,12 @@ MemoryBag Decode(Bytes stream) {
     return DecodeProperties(records.first(length), MakeAnyFont);
 }
 
-void CheckLoad(const PropertyBag& bag, bool userMode) {
-    const std::vector<std::byte> first = LoadAndSave(bag, userMode);
-    Require(LoadAndSave(Decode(first), userMode) == first);
+void CheckLoad(const PropertyBag& bag, Choice choice) {
+    const std::vector<std::byte> first = LoadAndSave(bag, choice);
+    Require(LoadAndSave(Decode(first), choice) == first);
 }
 
-void CheckStream(Bytes stream, bool userMode) {
+void CheckStream(Bytes stream, Choice choice) {
     MemoryBag bag;
     try {
         bag = Decode(stream);
@@ -150,7 +201,7 @@ void CheckStream(Bytes stream, bool userMode) {
     }
     const std::vector<std::byte> again = EncodeProperties(bag);
     Require(EncodeProperties(Decode(again)) == again);
-    CheckLoad(bag, userMode);
+    CheckLoad(bag, choice);
 }
 
 }  // namespace
@@ -158,11 +209,11 @@ void CheckStream(Bytes stream, bool userMode) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (size == 0) return 0;
     const Bytes bytes = std::as_bytes(std::span(data, size)).subspan(1);
-    const bool userMode = (data[0] & 2) != 0;
+    const Choice choice{(data[0] & 2) != 0, (data[0] & 4) != 0};
     if (data[0] % 2 == 0) {
-        CheckStream(bytes, userMode);
+        CheckStream(bytes, choice);
     } else {
-        CheckLoad(BytesBag(bytes), userMode);
+        CheckLoad(BytesBag(bytes), choice);
     }
     return 0;
 }

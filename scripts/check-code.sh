@@ -10,7 +10,7 @@ clean=$build/tidy
 mkdir -p "$clean"
 work=$(mktemp -d "$build/.tidy.XXXXXX")
 at_exit rm -rf "$work"
-version=$(clang-tidy --version | sha256sum - "$root"/{,bench/,tests/}.clang-tidy "$root/scripts/check-code.sh" | sha256sum)
+version=$(clang-tidy --version | sha256sum - "$root"/{,benchmarks/,tests/}.clang-tidy "$root/scripts/check-code.sh" | sha256sum)
 
 # The headers of the Windows tool chain, by hand: clang does not find this flavour of it. The compiler's own intrinsics
 # stay out, clang has its own.

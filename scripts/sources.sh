@@ -1,6 +1,6 @@
 # The project's own C++ files. To be sourced after lib.sh.
 
-source_folders=(bench comkit framework fuzz headless screenhost simulator src tests)
+source_folders=(benchmarks comkit framework fuzz headless screenhost simulator src tests)
 
 # list_sources PATTERN...: files whose names match, relative to the project, separated by NUL.
 list_sources() {

@@ -76,7 +76,9 @@ DataElementPtr DataBindings::ElementOfActiveSlot(std::int32_t slot) {
     DataElementPtr element;
     // Looked at before it is asked: a screen without the framework would otherwise pay for one exception per property.
     if (!m_framework.MayAnswer() || !m_rules.IsUserMode() || !m_rules.IsActive(slot)) return element;
-    Attempt([&] { element = m_framework.Element(m_rules.ElementIndexForSlot(slot)); });
+    Attempt([&] {
+        if (m_framework.Answers()) element = m_framework.Element(m_rules.ElementIndexForSlot(slot));
+    });
     return element;
 }
 

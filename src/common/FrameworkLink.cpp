@@ -16,17 +16,22 @@ FrameworkLink::FrameworkLink(Framework& framework, std::int16_t elementCount, De
                              const Lifeline& lifeline)
     : m_framework(framework), m_iElementCount(elementCount), m_listener(listener), m_lifeline(lifeline) {}
 
-std::shared_ptr<HiddenControl> FrameworkLink::Hidden() {
-    if (m_pHidden) return m_pHidden;
-    if (m_bUnavailable) ThrowNotSet();
+std::shared_ptr<HiddenControl> FrameworkLink::Find() {
+    if (m_pHidden || m_bUnavailable) return m_pHidden;
     // Set beforehand, so that a call that comes back here while the hidden control is being made finds no second one.
     m_bUnavailable = true;
     std::shared_ptr<HiddenControl> hidden =
         m_lifeline.CallOut([&] { return m_framework.CreateHiddenControl(m_iElementCount, m_listener); });
     // No longer marked: everything was released while it was being made, and this one is let go too.
-    if (!hidden || !m_bUnavailable) ThrowNotSet();
+    if (!hidden || !m_bUnavailable) return nullptr;
     m_bUnavailable = false;
     m_pHidden = hidden;
+    return hidden;
+}
+
+std::shared_ptr<HiddenControl> FrameworkLink::Hidden() {
+    std::shared_ptr<HiddenControl> hidden = Find();
+    if (!hidden) ThrowNotSet();
     return hidden;
 }
 

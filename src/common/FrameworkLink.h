@@ -20,6 +20,10 @@ public:
     /// Whether there is any use in asking: false once the hidden control could not be made. To ask all the same fails.
     bool MayAnswer() const noexcept { return !m_bUnavailable; }
 
+    /// Makes the hidden control where there is none so far; false where there is no framework to make it. Throws like
+    /// Element. To ask for an element without it fails, which costs more than to look first.
+    bool Answers() { return Find() != nullptr; }
+
     /// Data element object of an element, never null. Throws when the framework fails; the caller has made sure that
     /// the control is in run mode.
     DataElementPtr Element(std::int16_t index);
@@ -37,6 +41,7 @@ public:
     void Release() noexcept;
 
 private:
+    std::shared_ptr<HiddenControl> Find();
     std::shared_ptr<HiddenControl> Hidden();
 
     Framework& m_framework;

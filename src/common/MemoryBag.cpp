@@ -1,14 +1,18 @@
 #include "common/MemoryBag.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "common/ValueConversion.h"
 
 namespace kiv {
 
+std::size_t MemoryBag::PlaceOf(std::u16string_view key) const {
+    return m_index.Find(key, [this](std::size_t i) { return std::u16string_view(m_entries[i].first); });
+}
+
 Value MemoryBag::Read(std::u16string_view key, const Value& fallback) const {
-    const Entry* entry = Find(key);
-    return entry ? entry->second : fallback;
+    const std::size_t place = PlaceOf(key);
+    return place == KeyIndex::None ? fallback : m_entries[place].second;
 }
 
 void MemoryBag::Write(std::u16string_view key, const Value& value, const Value* defaultValue) {
@@ -17,18 +21,20 @@ void MemoryBag::Write(std::u16string_view key, const Value& value, const Value* 
 }
 
 void MemoryBag::Put(std::u16string_view key, Value value) {
-    const auto known = m_index.find(key);
-    if (known != m_index.end()) {
-        m_entries[known->second].second = std::move(value);
-        return;
+    const std::size_t place = PlaceOf(key);
+    if (place == KeyIndex::None) {
+        Add(std::u16string(key), std::move(value));
+    } else {
+        m_entries[place].second = std::move(value);
     }
-    m_entries.emplace_back(key, std::move(value));
-    m_index.emplace(key, m_entries.size() - 1);
 }
 
-const MemoryBag::Entry* MemoryBag::Find(std::u16string_view key) const noexcept {
-    const auto known = m_index.find(key);
-    return known == m_index.end() ? nullptr : &m_entries[known->second];
+bool MemoryBag::Add(std::u16string key, Value value) {
+    if (PlaceOf(key) != KeyIndex::None) return false;
+    m_entries.emplace_back(std::move(key), std::move(value));
+    m_index.Add(m_entries.back().first, m_entries.size() - 1,
+                [this](std::size_t i) { return std::u16string_view(m_entries[i].first); });
+    return true;
 }
 
 }  // namespace kiv

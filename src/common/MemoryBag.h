@@ -2,13 +2,12 @@
 #pragma once
 
 #include <cstddef>
-#include <functional>
-#include <map>
 #include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
 
+#include "common/KeyIndex.h"
 #include "platform/PropertyBag.h"
 
 namespace kiv {
@@ -25,15 +24,17 @@ public:
 
     /// Replaces the value where the key is known, without regard to defaults.
     void Put(std::u16string_view key, Value value);
+    /// False, and nothing done, where the key is known.
+    bool Add(std::u16string key, Value value);
 
     const std::vector<Entry>& Entries() const noexcept { return m_entries; }
 
 private:
-    const Entry* Find(std::u16string_view key) const noexcept;
+    std::size_t PlaceOf(std::u16string_view key) const;
 
     bool m_bSaveAll;
     std::vector<Entry> m_entries;
-    std::map<std::u16string, std::size_t, std::less<>> m_index;
+    KeyIndex m_index;
 };
 
 }  // namespace kiv

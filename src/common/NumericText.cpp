@@ -18,6 +18,9 @@ bool IsBlank(char16_t c) noexcept {
     return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
 }
 
+/// Digits that fit 32 bits whatever they are.
+constexpr std::size_t MostPlainDigits = 9;
+
 /// A decimal number taken apart: digits without leading zeros, and how many of them stand before the point (which may
 /// lie before the first digit or behind the last one).
 struct Decimal {
@@ -122,6 +125,12 @@ std::int32_t RoundToInt32(double value) {
 }
 
 std::int32_t ParseDeviceNumber(std::u16string_view text) {
+    // What a device sends, nearly always: a few digits.
+    if (!text.empty() && text.size() <= MostPlainDigits && std::ranges::all_of(text, IsDigit)) {
+        std::int32_t value = 0;
+        for (const char16_t digit : text) value = 10 * value + (digit - u'0');
+        return value;
+    }
     const std::optional<Decimal> number = DecimalReader(text).Read();
     if (!number) return 0;
     const std::optional<std::int32_t> value = Round(*number);

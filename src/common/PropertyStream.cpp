@@ -12,7 +12,6 @@
 #include <limits>
 #include <optional>
 #include <type_traits>
-#include <unordered_set>
 #include <utility>
 
 #include "platform/HostError.h"
@@ -107,7 +106,7 @@ public:
         const int style = (traits.italic ? 1 : 0) | (traits.underline ? 2 : 0) | (traits.strikethrough ? 4 : 0);
         m_out.Number(static_cast<std::uint8_t>(style));
     }
-    [[noreturn]] void operator()(Unsupported) { Refuse(); }
+    [[noreturn]] void operator()(const Unsupported&) { Refuse(); }
 
 private:
     Writer& m_out;
@@ -140,9 +139,8 @@ public:
     std::u16string Text(std::size_t units) {
         // Checked before anything is allocated: a length is not believed until the text is really there.
         if (units > m_rest.size() / 2) Refuse();
-        std::u16string text;
-        text.reserve(units);
-        for (std::size_t i = 0; i < units; ++i) text.push_back(static_cast<char16_t>(Number<std::uint16_t>()));
+        std::u16string text(units, u'\0');
+        for (char16_t& unit : text) unit = static_cast<char16_t>(Number<std::uint16_t>());
         return text;
     }
 
@@ -169,57 +167,38 @@ FontTraits ReadFont(Reader& in) {
     return traits;
 }
 
-/// A value as it was read. The font stays a description until the whole stream has proved to be sound.
-struct Record {
+/// A font stays a description until the whole stream has proved to be sound: then it is made, and put in its place.
+struct PendingFont {
     std::u16string key;
-    Value value;
-    std::optional<FontTraits> font;
+    FontTraits traits;
 };
 
-void ReadValue(Reader& in, Record& record) {
+/// No value for a font.
+std::optional<Value> ReadValue(Reader& in) {
     switch (static_cast<Tag>(in.Number<std::uint8_t>())) {
         case Tag::Empty:
-            return;
+            return Value{};
         case Tag::Bool: {
             const auto flag = in.Number<std::uint8_t>();
             if (flag > 1) Refuse();
-            record.value = flag == 1;
-            return;
+            return Value{flag == 1};
         }
         case Tag::Int16:
-            record.value = static_cast<std::int16_t>(in.Number<std::uint16_t>());
-            return;
+            return Value{static_cast<std::int16_t>(in.Number<std::uint16_t>())};
         case Tag::Int32:
-            record.value = static_cast<std::int32_t>(in.Number<std::uint32_t>());
-            return;
+            return Value{static_cast<std::int32_t>(in.Number<std::uint32_t>())};
         case Tag::Double:
-            record.value = in.Real();
-            return;
+            return Value{in.Real()};
         case Tag::Date:
-            record.value = OleDate{in.Real()};
-            return;
+            return Value{OleDate{in.Real()}};
         case Tag::String:
-            record.value = in.Text(in.Number<std::uint32_t>());
-            return;
+            return Value{in.Text(in.Number<std::uint32_t>())};
         case Tag::Font:
-            record.font = ReadFont(in);
-            return;
+            return std::nullopt;
         case Tag::End:
             break;
     }
     Refuse();
-}
-
-std::vector<Record> ReadRecords(std::span<const std::byte> bytes) {
-    std::vector<Record> records;
-    std::unordered_set<std::u16string> keys;
-    for (Reader in(bytes); !in.AtEnd();) {
-        Record& record = records.emplace_back();
-        record.key = in.Text(in.Number<std::uint16_t>());
-        if (record.key.empty() || !keys.insert(record.key).second) Refuse();
-        ReadValue(in, record);
-    }
-    return records;
 }
 
 }  // namespace
@@ -253,10 +232,15 @@ std::size_t DecodePropertyHeader(std::span<const std::byte> header) {
 
 MemoryBag DecodeProperties(std::span<const std::byte> records, const FontMaker& makeFont) {
     MemoryBag bag;
-    for (Record& record : ReadRecords(records)) {
-        if (record.font) record.value = makeFont(*record.font);
-        bag.Put(record.key, std::move(record.value));
+    std::vector<PendingFont> fonts;
+    for (Reader in(records); !in.AtEnd();) {
+        std::u16string key = in.Text(in.Number<std::uint16_t>());
+        if (key.empty()) Refuse();
+        std::optional<Value> value = ReadValue(in);
+        if (!value) fonts.push_back({key, ReadFont(in)});
+        if (!bag.Add(std::move(key), value ? *std::move(value) : Value{})) Refuse();
     }
+    for (const PendingFont& font : fonts) bag.Put(font.key, makeFont(font.traits));
     return bag;
 }
 

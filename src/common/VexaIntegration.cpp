@@ -44,7 +44,9 @@ void VexaIntegration::BuildSubElements(std::uint32_t run) {
     Attempt([&] { collection = m_world.life.CallOut([&] { return m_world.framework.CreateCollection(); }); });
     if (!collection || m_lRun != run) return;
     std::unique_ptr<ElementWalk> elements;
-    Attempt([&] { elements = m_link.Elements(); });
+    Attempt([&] {
+        if (m_link.Answers()) elements = m_link.Elements();
+    });
     while (elements && m_lRun == run) {
         std::unique_ptr<ElementControl> control;
         Attempt([&] { control = m_world.life.CallOut([&] { return elements->Next(); }); });

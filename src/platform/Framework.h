@@ -1,5 +1,6 @@
-// The Vexa framework, as a control sees it. Every call may throw: a framework that is not installed is one whose every
-// call fails. The control swallows such failures step by step.
+// The Vexa framework, as a control sees it. Every call may throw. A framework that is not installed is one whose every
+// call fails, or answers null: that costs less, on a screen of many controls. The control swallows such failures step
+// by step.
 #pragma once
 
 #include <cstdint>
@@ -94,7 +95,7 @@ using HelpDefinitionPtr = std::shared_ptr<HelpDefinition>;
 class Framework {
 public:
     virtual ~Framework() = default;
-    /// The listener must outlive the hidden control.
+    /// The listener must outlive the hidden control. Null, as from the others: the framework has no such thing.
     virtual std::unique_ptr<HiddenControl> CreateHiddenControl(std::int16_t elementCount,
                                                                DeviceValueListener& listener) = 0;
     virtual CollectionPtr CreateCollection() = 0;

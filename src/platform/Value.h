@@ -16,7 +16,15 @@ struct OleDate {
 };
 
 /// A value that the sender had no form for that is listed here (an array, a foreign object, ...). Converts to nothing.
+///
+/// Not trivially copyable, on purpose: GCC's library (12) takes a variant of texts, shared pointers and such types
+/// for one that always has a value, and ends the process when the copy of a text fails for want of memory.
 struct Unsupported {
+    Unsupported() = default;
+    Unsupported(const Unsupported&) noexcept {}  // NOLINT(modernize-use-equals-default): not trivial
+    // NOLINTNEXTLINE(modernize-use-equals-default): not trivial
+    Unsupported& operator=(const Unsupported&) noexcept { return *this; }
+    ~Unsupported() = default;
     friend bool operator==(const Unsupported&, const Unsupported&) = default;
 };
 

@@ -297,30 +297,6 @@ TEST_F(Embedding, MiscStatusUserTypeAndVerbsAreAnsweredFromCode) {
     EXPECT_TRUE(IsEqualGUID(DIID___KivSetDateTime, events));
 }
 
-TEST_F(Embedding, QuickActivationDoesItAllInOneCall) {
-    control = Server::Get().CreateControl();
-    site->Attach(control.Get());
-    dispatch = As<IDispatch>();
-    const auto notify = comkit::MakeObject<NotifySink>();
-    const auto events = comkit::MakeObject<EventSink>();
-    QACONTAINER container{};
-    container.cbSize = sizeof(container);
-    container.pClientSite = site.Get();
-    container.pPropertyNotifySink = notify.Get();
-    container.pUnkEventSink = events.Get();
-    QACONTROL answer{};
-    answer.cbSize = sizeof(answer);
-    ASSERT_EQ(S_OK, As<IQuickActivate>()->QuickActivate(&container, &answer));
-    EXPECT_EQ(0x20191u, answer.dwMiscStatus);
-    EXPECT_NE(0u, answer.dwPropNotifyCookie);
-    EXPECT_NE(0u, answer.dwEventCookie);
-    As<IPersistStreamInit>()->InitNew();
-    Put(L"Caption", u"quick");
-    EXPECT_EQ(std::vector<DISPID>{DISPID_CAPTION}, notify->changed);
-    container.cbSize = 4;
-    EXPECT_EQ(E_INVALIDARG, As<IQuickActivate>()->QuickActivate(&container, &answer));
-}
-
 TEST_F(Embedding, DrawsThePictureOfTheControlActiveOrNot) {
     Place(true);
     const auto view = As<IViewObject2>();

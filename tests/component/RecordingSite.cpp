@@ -58,7 +58,8 @@ std::optional<HRESULT> RecordingSite::Intercept(const char* call) const {
 HRESULT RecordingSite::QueryInterface(REFIID iid, void** out) {
     const bool forNoWindow = IsEqualIID(iid, IID_IOleInPlaceSiteEx) || IsEqualIID(iid, IID_IOleInPlaceSiteWindowless);
     const bool hidden = std::any_of(missing.begin(), missing.end(), [&](const IID& m) { return IsEqualIID(m, iid); });
-    if (!hidden && (offersNoWindow || !forNoWindow)) return ComObject::QueryInterface(iid, out);
+    const bool untold = IsEqualIID(iid, __uuidof(IAccessibleWindowlessSite)) && !accessibleParent;
+    if (!hidden && !untold && (offersNoWindow || !forNoWindow)) return ComObject::QueryInterface(iid, out);
     *out = nullptr;
     return E_NOINTERFACE;
 }
@@ -84,7 +85,15 @@ HRESULT RecordingSite::CanInPlaceActivate() {
 }
 
 HRESULT RecordingSite::ShowPropertyFrame() {
-    return Intercept("ShowPropertyFrame").value_or(E_NOTIMPL);
+    return Note("ShowPropertyFrame");
+}
+
+HRESULT RecordingSite::GetParentAccessible(IAccessible** out) {
+    *out = nullptr;
+    calls.emplace_back("GetParentAccessible");
+    if (const auto answer = Intercept("GetParentAccessible")) return *answer;
+    accessibleParent.CopyTo(out);
+    return S_OK;
 }
 
 int RecordingSite::Count(const char* call) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <ocidl.h>
+#include <oleacc.h>
 #include <olectl.h>
 #include <oleidl.h>
 #include <windows.h>
@@ -14,6 +15,7 @@
 #include "comkit/ComObject.h"
 #include "comkit/Handle.h"
 #include "comkit/Variant.h"
+#include "server/AccessibleWindowlessSite.h"
 
 namespace component {
 
@@ -24,6 +26,8 @@ public:
     /// As the site's.
     std::function<std::optional<HRESULT>(const char*)> onCall;
     bool HasActiveObject() const noexcept { return static_cast<bool>(m_pActive); }
+    /// What EnableModeless was called with, in order.
+    std::vector<bool> modeless;
 
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* out) override {
         *out = m_window;
@@ -44,7 +48,10 @@ public:
     HRESULT STDMETHODCALLTYPE SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE RemoveMenus(HMENU) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE EnableModeless(BOOL enable) override {
+        modeless.push_back(enable != FALSE);
+        return onCall ? onCall("EnableModeless").value_or(S_OK) : S_OK;
+    }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
 
 private:
@@ -52,8 +59,8 @@ private:
     comkit::ComPtr<IOleInPlaceActiveObject> m_pActive;
 };
 
-class RecordingSite final
-    : public comkit::ComObject<RecordingSite, IOleClientSite, IOleInPlaceSiteWindowless, IOleControlSite, IDispatch> {
+class RecordingSite final : public comkit::ComObject<RecordingSite, IOleClientSite, IOleInPlaceSiteWindowless,
+                                                     IOleControlSite, IDispatch, IAccessibleWindowlessSite> {
 public:
     /// What the container is like.
     std::optional<bool> userMode = true;  ///< nothing: no such ambient property
@@ -65,6 +72,8 @@ public:
     bool hasFrame = true;
     /// Whether controls may live in the container's own window. Otherwise it has not the interfaces for it.
     bool offersNoWindow = false;
+    /// What controls without a window lie in, for accessibility clients. Null: the container has no interface for that.
+    comkit::ComPtr<IAccessible> accessibleParent;
     double unitsPerHimetric = 0.5;
     RECT position{20, 30, 320, 330};
     std::optional<RECT> clip;    ///< instead of the window's client area
@@ -152,6 +161,11 @@ public:
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result, EXCEPINFO*,
                                      UINT*) override;
+    // IAccessibleWindowlessSite
+    HRESULT STDMETHODCALLTYPE AcquireObjectIdRange(long, IAccessibleHandler*, long*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE ReleaseObjectIdRange(long, IAccessibleHandler*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE QueryObjectIdRanges(IAccessibleHandler*, SAFEARRAY**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetParentAccessible(IAccessible** out) override;
 
 private:
     /// Notes a call and gives onCall's answer to it, else S_OK.

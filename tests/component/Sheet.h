@@ -38,6 +38,10 @@ public:
     /// Of pixels that came from elsewhere, 0x00RRGGBB each, line by line from the top.
     explicit Sheet(std::vector<DWORD> pixels) : m_pixels(std::move(pixels)) {}
 
+    /// Of a sheet of the usual size.
+    DWORD At(int x, int y) const {
+        return m_pixels.at(static_cast<std::size_t>(y) * Width + static_cast<std::size_t>(x));
+    }
     std::size_t PixelCount() const noexcept { return m_pixels.size(); }
     friend bool operator==(const Sheet&, const Sheet&) = default;
     std::size_t Colors() const {

@@ -14,6 +14,18 @@ namespace kiv {
 namespace {
 
 thread_local std::size_t g_allocations = 0;
+[[maybe_unused]] thread_local long g_living = 0;
+thread_local std::size_t g_failAt = 0;  ///< counts down; 0: none fails
+thread_local bool g_sticky = false;
+thread_local bool g_hasFailed = false;
+
+/// Whether the allocation that is being made is to fail.
+[[maybe_unused]] bool Fails() noexcept {
+    if (g_failAt == 0 || --g_failAt != 0) return false;
+    if (g_sticky) g_failAt = 1;
+    g_hasFailed = true;
+    return true;
+}
 
 }  // namespace
 
@@ -21,7 +33,26 @@ std::size_t AllocationCount() noexcept {
     return g_allocations;
 }
 
+long LivingAllocations() noexcept {
+    return g_living;
+}
+
+void FailAllocation(std::size_t n, bool sticky) noexcept {
+    g_failAt = n;
+    g_sticky = sticky;
+    g_hasFailed = false;
+}
+
+bool StopFailing() noexcept {
+    g_failAt = 0;
+    return g_hasFailed;
+}
+
 #ifdef __SANITIZE_ADDRESS__
+
+bool CanFailAllocations() noexcept {
+    return false;
+}
 
 namespace {
 
@@ -34,6 +65,12 @@ void OnFree(const volatile void*) {}
 
 }  // namespace
 
+#else
+
+bool CanFailAllocations() noexcept {
+    return true;
+}
+
 #endif
 
 }  // namespace kiv
@@ -43,14 +80,19 @@ void OnFree(const volatile void*) {}
 // NOLINTBEGIN(cppcoreguidelines-no-malloc): what operator new is made of
 void* operator new(std::size_t size) {
     ++kiv::g_allocations;
-    if (void* memory = std::malloc(size != 0 ? size : 1)) return memory;
+    if (kiv::Fails()) throw std::bad_alloc();
+    if (void* memory = std::malloc(size != 0 ? size : 1)) {
+        ++kiv::g_living;
+        return memory;
+    }
     throw std::bad_alloc();
 }
 void operator delete(void* memory) noexcept {
+    kiv::g_living -= memory ? 1 : 0;
     std::free(memory);
 }
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+    operator delete(memory);
 }
 // NOLINTEND(cppcoreguidelines-no-malloc)
 

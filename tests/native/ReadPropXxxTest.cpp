@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "common/MemoryBag.h"
+#include "common/NumericText.h"
 #include "common/ValueConversion.h"
 #include "headless/HeadlessFont.h"
 #include "platform/HostError.h"
@@ -147,6 +148,21 @@ TEST(MemoryBag, LeavesOutDefaultsWhateverTheirWidthAndKeepsTheOrder) {
     const MemoryBag copy = bag;
     EXPECT_EQ(copy.Read(u"A", Value{}), Value{std::int32_t{1}});
     EXPECT_EQ(copy.Read(u"C", Value{true}), Value{true});
+}
+
+TEST(MemoryBag, FindsEachOfManyKeysThatAreNearlyTheSame) {
+    constexpr std::int32_t Count = 3000;
+    const auto key = [](std::int32_t i) { return u"DataElemPath" + ToText(i); };
+    MemoryBag bag;
+    for (std::int32_t i = 0; i < Count; ++i) {
+        EXPECT_EQ(bag.Read(key(i), Value{}), Value{});
+        EXPECT_TRUE(bag.Add(key(i), Value{i}));
+        EXPECT_FALSE(bag.Add(key(i / 2), Value{-1})) << "each key once";
+    }
+    bag.Put(key(7), Value{true});
+    for (std::int32_t i = 0; i < Count; ++i) EXPECT_EQ(bag.Read(key(i), Value{}), i == 7 ? Value{true} : Value{i});
+    EXPECT_EQ(bag.Read(u"DataElemPath", Value{}), Value{});
+    EXPECT_EQ(bag.Entries().size(), std::size_t{Count});
 }
 
 }  // namespace
