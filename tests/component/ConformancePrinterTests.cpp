@@ -38,6 +38,7 @@ private:
 
 class Printing : public ControlFixture {
 protected:
+    explicit Printing(const TestedClass& what = SetClass) : ControlFixture(what) {}
     void SetUp() override {
         if (!m_printer.IsThere()) GTEST_SKIP() << "no printer can be installed here";
     }
@@ -49,6 +50,11 @@ protected:
     HRESULT DrawInto(HDC dc, const RECTL& bounds, DVTARGETDEVICE* device = nullptr, HDC deviceDc = nullptr) {
         return As<IViewObject2>()->Draw(DVASPECT_DOCPRINT, -1, nullptr, device, deviceDc, dc, &bounds, nullptr, nullptr,
                                         0);
+    }
+    /// Its natural size at the printer's resolution, two inches from the edges of the page.
+    RECTL PlaceOnPage() {
+        const SIZEL extent = Extent();
+        return {1200, 1200, 1200 + MulDiv(extent.cx, 600, 2540), 1200 + MulDiv(extent.cy, 600, 2540)};
     }
     Sheet OnScreen(const PrintedPicture& printed) {
         return Sheet({printed.width, printed.height}, [&](HDC dc) {
@@ -69,16 +75,15 @@ TEST_F(Printing, APageShowsTheWholeControlInItsColoursAsLargeAsAskedFor) {
             ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
         }
         const SIZEL extent = Extent();
-        // Its natural size at the printer's resolution, two inches from the edges.
-        const RECTL bounds{1200, 1200, 1200 + MulDiv(extent.cx, 600, 2540), 1200 + MulDiv(extent.cy, 600, 2540)};
+        const RECTL bounds = PlaceOnPage();
         TargetDevice device;
-        const auto pictures = m_printer.Print([&](HDC dc) {
+        const PrintedPage page = m_printer.Print([&](HDC dc) {
             EXPECT_EQ(600, GetDeviceCaps(dc, LOGPIXELSX));
             const comkit::UniqueMemoryDc information(CreateICW(L"WINSPOOL", TestPrinter::Name(), nullptr, nullptr));
             EXPECT_EQ(S_OK, DrawInto(dc, bounds, device.Get(), information.Get()));
         });
-        ASSERT_EQ(1u, pictures.size());
-        const PrintedPicture& printed = pictures[0];
+        ASSERT_EQ(1u, page.pictures.size());
+        const PrintedPicture& printed = page.pictures[0];
         EXPECT_NEAR(bounds.left, printed.pageLeft, 1);
         EXPECT_NEAR(bounds.top, printed.pageTop, 1);
         EXPECT_NEAR(bounds.right - bounds.left, printed.pageWidth, 1);
@@ -118,6 +123,66 @@ TEST_F(Printing, AMetafileForThePrinterHoldsThePictureInThePrintersMeasures) {
     EXPECT_GE(played.Colors(), FewestColors);
     const Sheet direct(pixels, [&](HDC dc) { DrawInto(dc, {0, 0, pixels.cx, pixels.cy}); });
     EXPECT_LT(played.DifferenceTo(direct), 0.25) << "scaled down and up again";
+}
+
+class ShowPrinting : public Printing {
+protected:
+    ShowPrinting() : Printing(ShowClass) {}
+};
+
+// Its texts are printed as texts: in the printer's resolution, not in the screen's.
+TEST_F(ShowPrinting, APageShowsBothTextsInTheirFontPlaceAndColours) {
+    for (const bool windowless : {false, true}) {
+        SCOPED_TRACE(windowless);
+        site->offersNoWindow = windowless;
+        Place(true);
+        Put(L"Caption", u"Device: 12,5");
+        Put(L"BackColor", 0x0080FF);
+        Put(L"ForeColor", 0x800000);
+        Put(L"BorderStyle", 1);
+        if (windowless) {
+            ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+        }
+        const RECTL bounds = PlaceOnPage();
+        TargetDevice device;
+        const PrintedPage page = m_printer.Print([&](HDC dc) {
+            const comkit::UniqueMemoryDc information(CreateICW(L"WINSPOOL", TestPrinter::Name(), nullptr, nullptr));
+            EXPECT_EQ(S_OK, DrawInto(dc, bounds, device.Get(), information.Get()));
+        });
+        EXPECT_TRUE(page.pictures.empty());
+        ASSERT_EQ(2u, page.texts.size());
+        const std::wstring shown = TextOf(L"Value");
+        std::string value(shown.begin(), shown.end());
+        const LONG border = bounds.left + MulDiv(Get(L"CaptionWidth").Get().iVal, 600, 1440);
+        for (const PrintedText& printed : page.texts) {
+            SCOPED_TRACE(printed.text);
+            const bool isValue = printed.left > border;
+            EXPECT_EQ(isValue ? value : "Device: 12,5", printed.text);
+            EXPECT_EQ(0x000080u, printed.color);
+            EXPECT_NEAR(8.25 * 600 / 72, printed.fontHeight, 4) << "the size of the default font";
+            EXPECT_GT(printed.base - printed.fontHeight / 2, bounds.top);
+            EXPECT_LT(printed.base, bounds.bottom);
+            EXPECT_GE(printed.left, printed.clip.left);
+            EXPECT_GE(printed.clip.left, isValue ? border - 1 : bounds.left - 1);
+            EXPECT_LE(printed.clip.right, (isValue ? bounds.right : border) + 1);
+        }
+        EXPECT_NE(page.texts[0].text, page.texts[1].text);
+
+        LONGLONG ground = 0;
+        for (const PrintedArea& area : page.areas) {
+            const RECT& place = area.place;
+            EXPECT_GE(place.left, bounds.left - 1);
+            EXPECT_GE(place.top, bounds.top - 1);
+            EXPECT_LE(place.right, bounds.right + 1);
+            EXPECT_LE(place.bottom, bounds.bottom + 1);
+            if (area.color == 0xFF8000)
+                ground += LONGLONG{place.right - place.left} * LONGLONG{place.bottom - place.top};
+        }
+        const LONGLONG whole = LONGLONG{bounds.right - bounds.left} * LONGLONG{bounds.bottom - bounds.top};
+        EXPECT_GT(ground, whole * 8 / 10) << "all but the edge round the value";
+        EXPECT_LE(ground, whole * 101 / 100);
+        Remove();
+    }
 }
 
 }  // namespace

@@ -3,8 +3,10 @@
 #include <winspool.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <sstream>
 
 #include "comkit/Handle.h"
@@ -152,6 +154,85 @@ std::vector<PrintedPicture> PicturesOf(const std::string& page) {
     return pictures;
 }
 
+/// What a glyph of the driver's fonts stands for; '?' where it is none of those that dates and captions consist of.
+char CharacterOf(const std::string& glyph) {
+    static const std::map<std::string, char> names{
+        {"zero", '0'},  {"one", '1'},   {"two", '2'},    {"three", '3'}, {"four", '4'},    {"five", '5'},
+        {"six", '6'},   {"seven", '7'}, {"eight", '8'},  {"nine", '9'},  {"colon", ':'},   {"hyphen", '-'},
+        {"slash", '/'}, {"comma", ','}, {"period", '.'}, {"space", ' '}, {"uni00A0", ' '}, {"uni00AD", '-'}};
+    if (glyph.size() == 1) return glyph[0];
+    const auto found = names.find(glyph);
+    return found == names.end() ? '?' : found->second;
+}
+
+/// Areas and texts of a page description: "x y moveto", "w 0 rlineto", "0 h rlineto", then "r g b setrgbcolor" and
+/// "fill", or "clip"; "[size 0 0 -size 0 0]" for the font, "/name glyphshow".
+class PageReader {
+public:
+    explicit PageReader(PrintedPage& page) : m_page(page) {}
+
+    void Read(const std::string& line) {
+        std::istringstream words(line);
+        double x = 0;
+        double y = 0;
+        std::string word;
+        if (line.starts_with('[')) {
+            std::istringstream(line.substr(1)) >> m_text.fontHeight;
+        } else if (line.starts_with('/')) {
+            words >> word >> m_word;
+            if (m_word == "glyphshow") Show(CharacterOf(word.substr(1)));
+        } else if (words >> x >> y >> word) {
+            if (word == "moveto") MoveTo(x, y);
+            if (word == "rlineto") LineBy(x, y);
+            if (double blue = 0; std::istringstream(word) >> blue && line.ends_with("setrgbcolor"))
+                m_color = ByteOf(x) << 16 | ByteOf(y) << 8 | ByteOf(blue);
+        } else if (line == "fill") {
+            m_page.areas.push_back({m_area, m_color});
+        } else if (line == "clip") {
+            m_text.clip = m_area;
+        }
+    }
+
+private:
+    static DWORD ByteOf(double part) { return static_cast<DWORD>(std::lround(part * 255)); }
+    void MoveTo(double x, double y) {
+        m_text.left = x;
+        m_text.base = y;
+        m_area = {std::lround(x), std::lround(y), std::lround(x), std::lround(y)};
+        m_begins = true;
+    }
+    // The edges of an area are drawn to the right, down and back.
+    void LineBy(double x, double y) {
+        if (x > 0) m_area.right += std::lround(x);
+        if (y > 0) m_area.bottom += std::lround(y);
+    }
+    void Show(char character) {
+        m_text.color = m_color;
+        if (m_begins) m_page.texts.push_back(m_text);
+        m_begins = false;
+        m_page.texts.back().text += character;
+    }
+
+    PrintedPage& m_page;
+    PrintedText m_text;
+    std::string m_word;
+    RECT m_area{};
+    DWORD m_color = 0;
+    bool m_begins = true;
+};
+
+PrintedPage PageOf(const std::string& description) {
+    PrintedPage page;
+    page.pictures = PicturesOf(description);
+    PageReader reader(page);
+    std::istringstream lines(description);
+    for (std::string line; std::getline(lines, line);) {
+        while (!line.empty() && (line.back() == '\r' || line.back() == ' ')) line.pop_back();
+        reader.Read(line);
+    }
+    return page;
+}
+
 }  // namespace
 
 TestPrinter::TestPrinter() {
@@ -196,7 +277,7 @@ TestPrinter::~TestPrinter() {
     if (!m_description.empty()) DeleteFileW(m_description.c_str());
 }
 
-std::vector<PrintedPicture> TestPrinter::Print(const std::function<void(HDC)>& draw) const {
+PrintedPage TestPrinter::Print(const std::function<void(HDC)>& draw) const {
     wchar_t folder[MAX_PATH];
     GetTempPathW(MAX_PATH, folder);
     const std::wstring output = std::wstring(folder) + L"kiv-printed.ps";
@@ -212,7 +293,7 @@ std::vector<PrintedPicture> TestPrinter::Print(const std::function<void(HDC)>& d
         EndPage(dc.Get());
         EndDoc(dc.Get());
     }
-    return PicturesOf(ReadAndDelete(output));
+    return PageOf(ReadAndDelete(output));
 }
 
 }  // namespace component

@@ -1,5 +1,6 @@
-// A colour printer of 600 dots per inch that prints into a file, and what it printed: the pictures on its page. It is
-// installed for as long as this lives, over the PostScript driver of the system, where the system has one (Wine).
+// A colour printer of 600 dots per inch that prints into a file, and what it printed: pictures, areas and texts of its
+// page. It is installed for as long as this lives, over the PostScript driver of the system, where the system has one
+// (Wine).
 #pragma once
 
 #include <windows.h>
@@ -20,6 +21,29 @@ struct PrintedPicture {
     std::vector<DWORD> pixels;  ///< 0x00RRGGBB each, line by line from the top
 };
 
+/// An area of one colour, in dots.
+struct PrintedArea {
+    RECT place{};
+    DWORD color = 0;  ///< 0x00RRGGBB
+};
+
+/// Characters of one line, one font and one colour.
+struct PrintedText {
+    std::string text;
+    double left = 0;  ///< where its base line begins, in dots
+    double base = 0;
+    double fontHeight = 0;  ///< of the em square, in dots
+    DWORD color = 0;
+    RECT clip{};  ///< what lies outside is not printed
+};
+
+/// Each kind in the order in which it was drawn.
+struct PrintedPage {
+    std::vector<PrintedPicture> pictures;
+    std::vector<PrintedArea> areas;
+    std::vector<PrintedText> texts;
+};
+
 class TestPrinter {
 public:
     TestPrinter();
@@ -32,8 +56,8 @@ public:
     static const wchar_t* Name() noexcept { return L"Kiv Test Printer"; }
     static const wchar_t* Driver() noexcept { return L"Kiv Test Printer Driver"; }
 
-    /// One page. Pictures in the order in which they were drawn.
-    std::vector<PrintedPicture> Print(const std::function<void(HDC)>& draw) const;
+    /// One page.
+    PrintedPage Print(const std::function<void(HDC)>& draw) const;
 
 private:
     std::wstring m_description;  ///< file that tells the driver what kind of printer it is
