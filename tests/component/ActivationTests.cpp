@@ -345,6 +345,21 @@ TEST_F(Embedding, TabWalksTheChildrenAndThenLeaves) {
     }
     EXPECT_EQ(4u, visited.size());
     EXPECT_EQ(1, site->Count("TranslateAccelerator"));
+    EXPECT_EQ(0u, site->keyModifiers);
+
+    // With Ctrl it is the container's from the start.
+    BYTE keys[256] = {};
+    GetKeyboardState(keys);
+    keys[VK_CONTROL] = 0x80;
+    SetKeyboardState(keys);
+    SetFocus(visited.front());
+    MSG tab{GetFocus(), WM_KEYDOWN, VK_TAB, 0, 0, {}};
+    active->TranslateAccelerator(&tab);
+    keys[VK_CONTROL] = 0;
+    SetKeyboardState(keys);
+    EXPECT_EQ(visited.front(), GetFocus());
+    EXPECT_EQ(2, site->Count("TranslateAccelerator"));
+    EXPECT_EQ(2u, site->keyModifiers);
 }
 
 TEST_F(Embedding, AccessKeysOfTheCaptionsWorkFromTheContainer) {
@@ -361,6 +376,7 @@ TEST_F(Embedding, AccessKeysOfTheCaptionsWorkFromTheContainer) {
 }
 
 TEST_F(Embedding, AClickMakesItUiActive) {
+    site->documentWindow = comkit::MakeObject<RecordingFrame>(site->Window());
     Place(true);
     ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
     ASSERT_FALSE(site->IsUiActive());
@@ -368,9 +384,15 @@ TEST_F(Embedding, AClickMakesItUiActive) {
     SendMessageW(box, WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(5, 5));
     SendMessageW(box, WM_LBUTTONUP, 0, MAKELPARAM(5, 5));
     EXPECT_TRUE(site->IsUiActive());
+    EXPECT_TRUE(site->documentWindow->HasActiveObject());
     EXPECT_EQ(S_OK, As<IOleInPlaceObject>()->UIDeactivate());
     EXPECT_FALSE(site->IsUiActive());
+    EXPECT_FALSE(site->documentWindow->HasActiveObject());
     EXPECT_TRUE(IsInPlaceActive());
+    // Where there is nothing that takes the focus, too.
+    SendMessageW(Window(), WM_LBUTTONDOWN, MK_LBUTTON, MAKELPARAM(0, 0));
+    SendMessageW(Window(), WM_LBUTTONUP, 0, MAKELPARAM(0, 0));
+    EXPECT_TRUE(site->IsUiActive());
 }
 
 }  // namespace

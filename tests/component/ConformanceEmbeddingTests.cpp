@@ -109,6 +109,14 @@ TEST_F(Conformance, AFontThatTheContainerChangesInPlaceShowsAtOnce) {
     ASSERT_NE(0, GetObjectW(handle, sizeof(used), &used));
     EXPECT_LE(used.lfHeight, -35);
     EXPECT_EQ(S_OK, As<IPersistStreamInit>()->IsDirty());
+    // The same for a font that was put in its place, and the former one counts no more.
+    const auto another = MakeFont(L"Liberation Sans", 9);
+    Put(L"Font", another.Get());
+    const SIZEL plain = Extent();
+    comkit::Put(*site->font, L"Size", 40);
+    EXPECT_EQ(plain.cy, Extent().cy);
+    comkit::Put(*ComPtr<IDispatch>::From(another.Get()), L"Size", 50);
+    EXPECT_GT(Extent().cy, plain.cy);
     Remove();
     comkit::Put(*site->font, L"Size", 10);  // nobody is there any more
 }
@@ -224,6 +232,7 @@ TEST_F(Conformance, EachBadValueOfABagIsReportedByItsKey) {
         EXPECT_EQ(1, std::count(log->keys.begin(), log->keys.end(), key)) << testing::Message() << key;
     EXPECT_EQ(5u, log->keys.size());
     for (const HRESULT code : log->codes) EXPECT_EQ(static_cast<HRESULT>(0x800A017C), code);
+    for (const std::wstring& source : log->sources) EXPECT_EQ(L"KivSetDateTime", source);
     EXPECT_EQ(L"good", TextOf(L"Caption"));
     EXPECT_EQ(L"0", TextOf(L"Mode"));
     EXPECT_EQ(L"1", TextOf(L"StartOfWeek"));
@@ -287,10 +296,20 @@ TEST_F(Conformance, KeysOfTheContainerAreAskedForAnewWhenTheyChange) {
         return info.cAccel;
     };
     const int enabled = keys();
+    Put(L"Caption", u"Date && time");
+    EXPECT_EQ(enabled, keys()) << "two of them stand for the character itself";
+    Put(L"Caption", u"Date && &time");
+    EXPECT_EQ(enabled + 1, keys());
     const int told = site->Count("OnControlInfoChanged");
     Put(L"Enabled", false);
     EXPECT_GT(site->Count("OnControlInfoChanged"), told);
     EXPECT_LT(keys(), enabled);
+    Remove();
+    Place(false);
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+    const int before = site->Count("OnControlInfoChanged");
+    Put(L"Mode", 1);
+    EXPECT_GT(site->Count("OnControlInfoChanged"), before) << "another mode shows other captions";
 }
 
 }  // namespace

@@ -159,7 +159,11 @@ TEST_P(EveryForm, QuickActivationDoesItAllInOneCall) {
     EXPECT_GT(view->view, 0);
     EXPECT_EQ(S_OK, Unadvise(control.Get(), IID_IPropertyNotifySink, answer.dwPropNotifyCookie));
     EXPECT_EQ(S_OK, Unadvise(control.Get(), tested.events, answer.dwEventCookie));
+    EXPECT_EQ(sizeof(answer), answer.cbSize);
     container.cbSize = 4;
+    EXPECT_EQ(E_INVALIDARG, As<IQuickActivate>()->QuickActivate(&container, &answer));
+    container.cbSize = sizeof(container);
+    answer.cbSize = 4;
     EXPECT_EQ(E_INVALIDARG, As<IQuickActivate>()->QuickActivate(&container, &answer));
 }
 

@@ -85,6 +85,9 @@ TEST_P(Pictures, PrintersAndTheScreenGetTheSameAspect) {
     const comkit::WindowDc screen(site->Window());
     EXPECT_EQ(S_OK, DrawInto(screen.Get()));
     EXPECT_EQ(DV_E_DVASPECT, DrawInto(screen.Get(), DVASPECT_ICON));
+    EXPECT_EQ(E_INVALIDARG, As<IViewObject2>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr, screen.Get(),
+                                                     nullptr, nullptr, nullptr, 0))
+        << "it has no place in the container's window";
 }
 
 TEST_P(Pictures, AMetafilePlaysThePictureOfTheScreen) {
@@ -207,6 +210,10 @@ TEST_P(Pictures, SinksOfDataAndViewHearOfEachChangeUntilTheyLeave) {
     ComPtr<IAdviseSink> back;
     EXPECT_EQ(S_OK, As<IViewObject>()->GetAdvise(nullptr, nullptr, back.Put()));
     EXPECT_EQ(static_cast<IAdviseSink*>(sink.Get()), back.Get());
+    EXPECT_EQ(0, sink->viewChanges);
+    EXPECT_EQ(S_OK, As<IViewObject>()->SetAdvise(DVASPECT_CONTENT, ADVF_PRIMEFIRST, sink.Get()));
+    EXPECT_EQ(1, sink->viewChanges);
+    sink->viewChanges = 0;
     Put(L"Caption", u"new");
     // The show control's labels take other sizes as well, and each change is told.
     EXPECT_GE(sink->dataChanges, 1);

@@ -262,6 +262,13 @@ TEST_F(Persistence, AStreamThatFailsInTheMiddleIsReportedAsItFailed) {
     ULARGE_INTEGER size{};
     ASSERT_EQ(S_OK, As<IPersistStreamInit>()->GetSizeMax(&size));
     EXPECT_EQ(SaveStream().size(), size.QuadPart);
+    // A control that was never told how to begin has its defaults.
+    const auto untold = comkit::ComPtr<IPersistStreamInit>::From(Server::Get().CreateControl(tested.clsid).Get());
+    ULARGE_INTEGER plain{};
+    ASSERT_EQ(S_OK, untold->GetSizeMax(&plain));
+    ASSERT_EQ(S_OK, untold->InitNew());
+    ASSERT_EQ(S_OK, untold->GetSizeMax(&size));
+    EXPECT_EQ(size.QuadPart, plain.QuadPart);
     // A stream that takes no more than a part of what is written.
     class FullStream final : public comkit::ComObject<FullStream, ISequentialStream> {
     public:

@@ -125,6 +125,7 @@ HRESULT RecordingSite::GetWindowContext(IOleInPlaceFrame** frame, IOleInPlaceUIW
     *clipped = {};
     if (const auto answer = Intercept("GetWindowContext")) return *answer;
     if (hasFrame) *frame = comkit::ComPtr<RecordingFrame>(m_frame).Detach();
+    if (documentWindow) *document = comkit::ComPtr<RecordingFrame>(documentWindow).Detach();
     *rect = position;
     GetClientRect(m_window.Get(), clipped);
     if (clip) *clipped = *clip;
@@ -164,8 +165,9 @@ HRESULT RecordingSite::TransformCoords(POINTL* himetric, POINTF* container, DWOR
     return S_OK;
 }
 
-HRESULT RecordingSite::TranslateAccelerator(MSG*, DWORD) {
+HRESULT RecordingSite::TranslateAccelerator(MSG*, DWORD modifiers) {
     calls.emplace_back("TranslateAccelerator");
+    keyModifiers = modifiers;
     return Intercept("TranslateAccelerator").value_or(S_FALSE);
 }
 

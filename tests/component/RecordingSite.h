@@ -70,6 +70,8 @@ public:
     bool allowsInPlace = true;
     bool followsPlace = true;  ///< answers OnPosRectChange with SetObjectRects
     bool hasFrame = true;
+    /// The window of the document within the frame, of a container that has several. Null: it has none.
+    comkit::ComPtr<RecordingFrame> documentWindow;
     /// Whether controls may live in the container's own window. Otherwise it has not the interfaces for it.
     bool offersNoWindow = false;
     /// What controls without a window lie in, for accessibility clients. Null: the container has no interface for that.
@@ -92,6 +94,7 @@ public:
 
     /// Parts of the container's window that a control without a window asked to have drawn anew; empty: all of it.
     std::vector<RECT> outdated;
+    DWORD keyModifiers = 0;  ///< of the last key that a control did not want: 1 Shift, 2 Ctrl, 4 Alt
     /// What happened, in order, by method name.
     std::vector<std::string> calls;
     int Count(const char* call) const;

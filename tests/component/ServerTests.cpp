@@ -206,6 +206,8 @@ TEST_P(Registration, WritesWhatContainersLookFor) {
             EXPECT_FALSE(HasKey(scope.root, clsid + implemented + safe));
     }
     EXPECT_NE(pictures[0], pictures[1]);
+    const std::wstring library = L"Software\\Classes\\TypeLib\\{B13782F3-EA8F-48F3-BE91-F6C6084B88F8}\\1.0\\HELPDIR";
+    EXPECT_EQ(file.substr(0, file.find_last_of(L'\\')), ValueAt(scope.root, library));
     EXPECT_EQ(S_OK, scope.install(false));
 }
 

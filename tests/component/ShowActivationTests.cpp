@@ -264,6 +264,14 @@ TEST_F(ShowEmbedding, HitsAreWhereTheControlIs) {
     EXPECT_EQ(DWORD{HITRESULT_HIT}, hit);
     EXPECT_EQ(S_OK, view->QueryHitPoint(DVASPECT_CONTENT, &Home, {25, 50}, 0, &hit));
     EXPECT_EQ(DWORD{HITRESULT_OUTSIDE}, hit);
+    for (const LONG outside : {0, 500}) {
+        const RECT beside{Home.left, Home.bottom + outside, Home.right, Home.bottom + outside + 5};
+        const RECT across{Home.left, Home.bottom - 1 - outside, Home.right, Home.bottom + 5};
+        EXPECT_EQ(S_OK, view->QueryHitRect(DVASPECT_CONTENT, &Home, &beside, 0, &hit));
+        EXPECT_EQ(DWORD{HITRESULT_OUTSIDE}, hit);
+        EXPECT_EQ(S_OK, view->QueryHitRect(DVASPECT_CONTENT, &Home, &across, 0, &hit));
+        EXPECT_EQ(DWORD{HITRESULT_HIT}, hit);
+    }
     EXPECT_EQ(S_OK, view->GetViewStatus(&hit));
     EXPECT_TRUE(hit & VIEWSTATUS_OPAQUE);
 }

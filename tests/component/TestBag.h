@@ -31,10 +31,12 @@ class TestErrorLog final : public comkit::ComObject<TestErrorLog, IErrorLog> {
 public:
     std::vector<std::wstring> keys;
     std::vector<HRESULT> codes;
+    std::vector<std::wstring> sources;
 
     HRESULT STDMETHODCALLTYPE AddError(LPCOLESTR name, EXCEPINFO* info) override {
         keys.emplace_back(name);
         codes.push_back(info->scode);
+        sources.emplace_back(info->bstrSource ? info->bstrSource : L"");
         return S_OK;
     }
 };
