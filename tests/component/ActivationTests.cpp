@@ -277,12 +277,17 @@ TEST_F(Embedding, MiscStatusUserTypeAndVerbsAreAnsweredFromCode) {
     DWORD status = 0;
     EXPECT_EQ(S_OK, object->GetMiscStatus(DVASPECT_CONTENT, &status));
     EXPECT_EQ(0x20191u, status);
+    EXPECT_EQ(S_OK, object->GetMiscStatus(DVASPECT_ICON, &status));
+    EXPECT_EQ(0u, status) << "for its content only";
     CLSID clsid{};
     EXPECT_EQ(S_OK, object->GetUserClassID(&clsid));
     EXPECT_TRUE(IsEqualCLSID(CLSID_KivSetDateTime, clsid));
     LPOLESTR type = nullptr;
     EXPECT_EQ(S_OK, object->GetUserType(USERCLASSTYPE_FULL, &type));
     EXPECT_STREQ(L"Kiv Set Date/Time Control", type);
+    CoTaskMemFree(type);
+    EXPECT_EQ(S_OK, object->GetUserType(USERCLASSTYPE_SHORT, &type));
+    EXPECT_STREQ(L"KivSetDateTime", type);
     CoTaskMemFree(type);
     ComPtr<IEnumOLEVERB> verbs;
     EXPECT_EQ(S_OK, object->EnumVerbs(verbs.Put()));
