@@ -1,11 +1,12 @@
 #include "headless/HeadlessLabelArea.h"
 
 #include "headless/HeadlessSurface.h"
+#include "platform/SameText.h"
 
 namespace kiv::headless {
 
 bool HeadlessLabel::SetCaption(std::u16string_view caption) {
-    if (m_caption == caption) return false;
+    if (SameText(m_caption, caption)) return false;
     m_caption = caption;
     ++m_state.repaints;
     return true;

@@ -116,9 +116,15 @@ std::optional<std::int32_t> Round(const Decimal& number) {
 }  // namespace
 
 std::int32_t RoundToInt32(double value) {
+    constexpr std::int32_t Min = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int32_t Max = std::numeric_limits<std::int32_t>::max();
+    if (value >= Min && value <= Max) {
+        const auto whole = static_cast<std::int32_t>(value);
+        if (whole == value) return whole;  // remainder() takes its time
+    }
     // remainder() rounds its quotient halves to even, whatever rounding mode the process is in.
     const double rounded = value - std::remainder(value, 1.0);
-    if (!(rounded >= std::numeric_limits<std::int32_t>::min() && rounded <= std::numeric_limits<std::int32_t>::max())) {
+    if (!(rounded >= Min && rounded <= Max)) {
         throw HostError(ErrorNumber::Overflow);
     }
     return static_cast<std::int32_t>(rounded);

@@ -63,6 +63,7 @@ std::u16string DoubleText(double number) {
 }  // namespace
 
 std::int32_t ToLong(const Value& value) {
+    if (const auto* number = std::get_if<std::int32_t>(&value)) return *number;  // nearly always
     if (const auto* text = std::get_if<std::u16string>(&value)) {
         const std::optional<std::int32_t> number = ParseWholeText(*text);
         if (!number) ThrowTypeMismatch();

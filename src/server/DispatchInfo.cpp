@@ -1,10 +1,13 @@
 #include "server/DispatchInfo.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <optional>
+#include <string_view>
 #include <utility>
 
+#include "comkit/Bstr.h"
 #include "comkit/Errors.h"
 #include "comkit/Variant.h"
 #include "comkit/VariantReferences.h"
@@ -21,6 +24,26 @@ VARTYPE PointedType(const ELEMDESC& parameter) noexcept {
                        target == VT_DATE || target == VT_BSTR || target == VT_UI1;
     return plain ? target : static_cast<VARTYPE>(VT_EMPTY);
 }
+
+/// A member's name as the table has it: in capitals. Empty for what cannot be in it: too long, or not all ASCII.
+class FoldedName {
+public:
+    explicit FoldedName(const wchar_t* name) noexcept {
+        for (; *name; ++name) {
+            if (m_length == m_letters.size() || *name > 0x7F) {
+                m_length = 0;
+                return;
+            }
+            const bool isSmall = *name >= L'a' && *name <= L'z';
+            m_letters[m_length++] = isSmall ? static_cast<wchar_t>(*name - L'a' + L'A') : *name;
+        }
+    }
+    std::wstring_view View() const noexcept { return {m_letters.data(), m_length}; }
+
+private:
+    std::array<wchar_t, 40> m_letters{};
+    std::size_t m_length = 0;
+};
 
 constexpr WORD PutFlags = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 
@@ -92,7 +115,18 @@ private:
 DispatchInfo::DispatchInfo(comkit::ComPtr<ITypeInfo> type) : m_pType(std::move(type)) {
     const TypeAttributes attributes(*m_pType.Get());
     for (UINT i = 0; i < attributes->cFuncs; ++i) AddFunction(*FunctionDescription(*m_pType.Get(), i));
-    std::sort(m_members.begin(), m_members.end(), [](const Member& a, const Member& b) { return a.id < b.id; });
+    std::ranges::sort(m_members, {}, &Member::id);
+    for (const Member& member : m_members) AddName(member.id);
+    std::ranges::sort(m_names, {}, &Name::folded);
+}
+
+void DispatchInfo::AddName(DISPID id) {
+    comkit::Bstr name;
+    UINT count = 0;
+    comkit::ThrowIfFailed(m_pType->GetNames(id, name.Put(), 1, &count));
+    if (count == 0 || !name.Get()) return;
+    if (const FoldedName folded(name.Get()); !folded.View().empty())
+        m_names.push_back({std::wstring(folded.View()), id});
 }
 
 void DispatchInfo::AddFunction(const FUNCDESC& function) {
@@ -109,9 +143,14 @@ void DispatchInfo::AddFunction(const FUNCDESC& function) {
 }
 
 const DispatchInfo::Member* DispatchInfo::Find(DISPID id) const noexcept {
-    const auto found = std::lower_bound(m_members.begin(), m_members.end(), id,
-                                        [](const Member& member, DISPID wanted) { return member.id < wanted; });
+    const auto found = std::ranges::lower_bound(m_members, id, {}, &Member::id);
     return found != m_members.end() && found->id == id ? &*found : nullptr;
+}
+
+const DispatchInfo::Name* DispatchInfo::FindName(const wchar_t* name) const noexcept {
+    const FoldedName folded(name);
+    const auto found = std::ranges::lower_bound(m_names, folded.View(), {}, &Name::folded);
+    return found != m_names.end() && found->folded == folded.View() ? &*found : nullptr;
 }
 
 HRESULT DispatchInfo::GetTypeInfo(UINT index, ITypeInfo** out) const noexcept {
@@ -123,7 +162,10 @@ HRESULT DispatchInfo::GetTypeInfo(UINT index, ITypeInfo** out) const noexcept {
 }
 
 HRESULT DispatchInfo::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept {
-    return m_pType->GetIDsOfNames(names, count, ids);
+    const Name* const found = count == 1 && names[0] ? FindName(names[0]) : nullptr;
+    if (!found) return m_pType->GetIDsOfNames(names, count, ids);  // parameters, and what is no member of its own
+    ids[0] = found->id;
+    return S_OK;
 }
 
 HRESULT DispatchInfo::Invoke(void* instance, DISPID id, WORD flags, const DISPPARAMS& params, VARIANT* result,

@@ -7,12 +7,14 @@
 //  - a colour is handed out as a signed number, the only kind that scripts know;
 //  - an error that an earlier call left on the thread is not taken for this call's;
 //  - arguments that refer to nothing, or to themselves, are refused.
+// A member's name is looked up in a table: ITypeInfo compares it with one after the other.
 //
 // One instance serves all objects and apartments; it does not change after construction.
 #pragma once
 
 #include <oaidl.h>
 
+#include <string>
 #include <vector>
 
 #include "comkit/ComPtr.h"
@@ -40,13 +42,20 @@ private:
         bool hasTargets = false;
         UINT mostArguments = 0;  ///< of the form that takes the most
     };
+    struct Name {
+        std::wstring folded;
+        DISPID id = DISPID_UNKNOWN;
+    };
     class Unwrapped;
 
     void AddFunction(const FUNCDESC& function);
+    void AddName(DISPID id);
     const Member* Find(DISPID id) const noexcept;
+    const Name* FindName(const wchar_t* name) const noexcept;
 
     comkit::ComPtr<ITypeInfo> m_pType;
     std::vector<Member> m_members;  ///< sorted by id
+    std::vector<Name> m_names;      ///< sorted by name
 };
 
 }  // namespace kiv::server

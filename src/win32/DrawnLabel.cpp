@@ -1,6 +1,7 @@
 #include "win32/DrawnLabel.h"
 
 #include "comkit/Bstr.h"
+#include "platform/SameText.h"
 #include "win32/Dpi.h"
 #include "win32/ShownColors.h"
 
@@ -30,7 +31,7 @@ void DrawnLabel::SetFont(const FontPtr& font) {
 }
 
 bool DrawnLabel::SetCaption(std::u16string_view caption) {
-    if (m_strCaption == caption) return false;
+    if (SameText(m_strCaption, caption)) return false;
     m_strCaption = caption;
     InvalidateIfShown();
     m_pOwner->OnCaptionChanged(*this);

@@ -3,6 +3,7 @@
 #include <functional>
 
 #include "ControlFixture.h"
+#include "server/TypeDescriptions.h"
 
 namespace component {
 namespace {
@@ -162,6 +163,42 @@ TEST_P(Interfaces, ErrorInformationIsPromisedForTheDualInterfaceOnly) {
     EXPECT_TRUE(IsEqualGUID(GUID_NULL, id));
     EXPECT_EQ(S_OK, As<IProvideClassInfo2>()->GetGUID(GUIDKIND_DEFAULT_SOURCE_DISP_IID, &id));
     EXPECT_TRUE(IsEqualGUID(tested.events, id));
+}
+
+TEST_P(Interfaces, NamesAreFoundInAnyCaseWithTheirParametersAsTheTypeInformationHasThem) {
+    Place(false);
+    ComPtr<ITypeInfo> type;
+    ASSERT_EQ(S_OK, dispatch->GetTypeInfo(0, LOCALE_USER_DEFAULT, type.Put()));
+    const kiv::server::TypeAttributes attributes(*type);
+    int members = 0;
+    for (UINT i = 0; i < attributes->cFuncs; ++i) {
+        const kiv::server::FunctionDescription function(*type, i);
+        comkit::Bstr names[4];
+        BSTR given[4] = {};
+        UINT count = 0;
+        ASSERT_EQ(S_OK, type->GetNames(function->memid, given, 4, &count));
+        for (UINT k = 0; k < count; ++k) *names[k].Put() = given[k];
+        if (function->memid >= 0x60000000) continue;  // of IDispatch itself
+        ++members;
+        SCOPED_TRACE(testing::PrintToString(std::wstring(names[0].Get())));
+        std::wstring name = names[0].Get();
+        const auto find = [&] {
+            LPOLESTR text = name.data();
+            DISPID id = 4711;
+            EXPECT_EQ(S_OK, dispatch->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &id));
+            return id;
+        };
+        EXPECT_EQ(function->memid, find());
+        CharUpperBuffW(name.data(), static_cast<DWORD>(name.size()));
+        EXPECT_EQ(function->memid, find());
+        CharLowerBuffW(name.data(), static_cast<DWORD>(name.size()));
+        EXPECT_EQ(function->memid, find());
+        DISPID ids[4] = {4711, 4711, 4711, 4711};
+        ASSERT_EQ(S_OK, dispatch->GetIDsOfNames(IID_NULL, given, count, LOCALE_USER_DEFAULT, ids));
+        EXPECT_EQ(function->memid, ids[0]);
+        for (UINT k = 1; k < count; ++k) EXPECT_EQ(static_cast<DISPID>(k - 1), ids[k]);
+    }
+    EXPECT_GT(members, 50);
 }
 
 INSTANTIATE_TEST_SUITE_P(OfEitherControl, Interfaces, EitherControl(), NameOfControl);
