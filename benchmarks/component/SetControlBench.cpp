@@ -176,7 +176,7 @@ void CompareDispatch(IClassFactory& factory) {
     // Near the beginning, in the middle and at the end of the type library's list.
     wchar_t first[] = L"dataelementpath";
     wchar_t middle[] = L"ShowDST";
-    wchar_t last[] = L"WhatsThisHelpID";
+    wchar_t last[] = L"GetDateTimeInfo";
     wchar_t* const names[] = {first, middle, last};
     const auto lookUp = [&names](auto& object) {
         for (wchar_t* name : names) {
