@@ -59,7 +59,10 @@ void MainWindow::ConnectDesign() {
 void MainWindow::OnDesignChange() {
     if (!m_view) return;
     // One class is placed once.
-    if (!m_view->Design().IsPlacing() && m_palette->Chosen()) m_palette->ChoosePointer();
+    if (!m_view->Design().IsPlacing() && m_palette->Chosen()) {
+        m_palette->ChoosePointer();
+        ShowStatus({});
+    }
     UpdateTitle();
     UpdateCommands();
 }
@@ -67,7 +70,7 @@ void MainWindow::OnDesignChange() {
 void MainWindow::OnClassChosen() {
     const PaletteClass* const chosen = m_palette->Chosen();
     m_view->Design().Choose(chosen ? ControlOf(*chosen) : NewControl{});
-    if (chosen) ShowStatus("Click or draw on the screen to place: " + chosen->title);
+    ShowStatus(chosen ? "Click or draw where it goes." : "");
 }
 
 void MainWindow::OnPlaceNow() {

@@ -80,10 +80,10 @@ void MainWindow::Layout() {
     MoveTo(m_devicePanel->Handle(), width - device + gap, bar + 2, std::max(0, device - gap), screenHeight);
     LayoutLog(width, titleTop, listTop, bottom);
     // Only a screen that is laid out has a place to show.
-    const int place = m_context.userMode ? 0 : Scaled(280);
-    std::array<int, StatusParts> parts{std::max(Scaled(20), width - Scaled(285) - place),
-                                       std::max(Scaled(100), width - Scaled(285)),
-                                       std::max(Scaled(200), width - Scaled(225)), -1};
+    const int place = m_context.userMode ? 0 : Scaled(265);
+    std::array<int, StatusParts> parts{std::max(Scaled(20), width - Scaled(255) - place),
+                                       std::max(Scaled(100), width - Scaled(255)),
+                                       std::max(Scaled(200), width - Scaled(200)), -1};
     SendMessageW(m_status, SB_SETPARTS, parts.size(), reinterpret_cast<LPARAM>(parts.data()));
     // The parts move over one another; what the system copied along is not always right.
     RedrawWindow(Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
