@@ -11,6 +11,7 @@
 #include <string>
 
 #include "common/MemoryBag.h"
+#include "headless/HeadlessEvents.h"
 #include "headless/HeadlessPlatform.h"
 #include "headless/HeadlessShowPlatform.h"
 #include "setcontrol/SetControl.h"
@@ -24,21 +25,7 @@ void Require(bool holds) {
     if (!holds) std::abort();
 }
 
-template <class Events>
-class NoInput : public Events {
-    void Click() override {}
-    void DblClick() override {}
-    void KeyUp(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
-    void KeyPress(std::int16_t& /*keyAscii*/) override {}
-    void KeyDown(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
-    void MouseDown(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void MouseMove(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void MouseUp(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-};
-class SetHost final : public NoInput<SetControlEvents> {
-    void GetDeviceDateTime(Value& /*dtNow*/, bool& /*bEnableDST*/) override {}
-};
-class ShowHost final : public NoInput<ShowControlEvents> {
+class ShowHost final : public headless::IgnoredInput<ShowControlEvents> {
     void ValueChange() override { ++changes; }
 
 public:
@@ -113,7 +100,7 @@ private:
 
     headless::HeadlessPlatform setWorld;
     headless::HeadlessShowPlatform showWorld;
-    SetHost setHost;
+    headless::NoSetEvents setHost;
     ShowHost showHost;
     SetControl set{setWorld.Platform(), setHost};
     ShowControl show{showWorld.Platform(), showHost};

@@ -15,6 +15,7 @@
 
 #include "common/MemoryBag.h"
 #include "common/PropertyStream.h"
+#include "headless/HeadlessEvents.h"
 #include "headless/HeadlessPlatform.h"
 #include "headless/HeadlessShowPlatform.h"
 #include "platform/HostError.h"
@@ -102,24 +103,6 @@ private:
     mutable Bytes m_bytes;
 };
 
-template <class Events>
-class NoInput : public Events {
-    void Click() override {}
-    void DblClick() override {}
-    void KeyUp(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
-    void KeyPress(std::int16_t& /*keyAscii*/) override {}
-    void KeyDown(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
-    void MouseDown(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void MouseMove(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void MouseUp(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-};
-class NoSetEvents final : public NoInput<SetControlEvents> {
-    void GetDeviceDateTime(Value& /*dtNow*/, bool& /*bEnableDST*/) override {}
-};
-class NoShowEvents final : public NoInput<ShowControlEvents> {
-    void ValueChange() override {}
-};
-
 struct Choice {
     bool userMode;
     bool showControl;
@@ -144,7 +127,7 @@ std::vector<std::byte> LoadAndSaveSet(const PropertyBag& bag, bool userMode) {
     headless::HeadlessPlatform world;
     world.container.userMode = userMode;
     world.container.ambientFont = headless::MakeFont(u"Tahoma");
-    NoSetEvents host;
+    headless::NoSetEvents host;
     SetControl control(world.Platform(), host);
     control.InitProperties();
     control.ReadProperties(bag);
@@ -161,7 +144,7 @@ std::vector<std::byte> LoadAndSaveShow(const PropertyBag& bag, bool userMode) {
     headless::HeadlessShowPlatform world;
     world.container.userMode = userMode;
     world.container.ambientFont = headless::MakeFont(u"Tahoma");
-    NoShowEvents host;
+    headless::NoShowEvents host;
     ShowControl control(world.Platform(), host);
     control.InitProperties();
     control.ReadProperties(bag);

@@ -13,6 +13,7 @@
 #include "comkit/Bstr.h"
 #include "comkit/Handle.h"
 #include "headless/HeadlessContainer.h"
+#include "headless/HeadlessEvents.h"
 #include "headless/HeadlessFramework.h"
 #include "headless/HeadlessHelp.h"
 #include "showcontrol/ShowControl.h"
@@ -30,18 +31,6 @@ using namespace kiv;
 
 constexpr int ScreenWidth = 1200;
 constexpr int ScreenHeight = 900;
-
-class NoEvents final : public ShowControlEvents {
-    void Click() override {}
-    void DblClick() override {}
-    void KeyUp(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
-    void KeyPress(std::int16_t& /*keyAscii*/) override {}
-    void KeyDown(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
-    void MouseDown(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void MouseMove(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void MouseUp(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void ValueChange() override {}
-};
 
 /// A control in a place of a window that others paint.
 class Placed final : private win32::WindowlessSite {
@@ -82,7 +71,7 @@ private:
     win32::SystemRegionalNames m_names;
     headless::HeadlessFramework m_framework;
     headless::HeadlessApplicationHelp m_help;
-    NoEvents m_events;
+    headless::NoShowEvents m_events;
     win32::LabelSurface m_surface{*this};
     ShowControl m_control{{m_surface, m_container, m_clock, m_names, m_framework, m_help}, m_events};
 };

@@ -8,6 +8,7 @@
 
 #include "common/MemoryBag.h"
 #include "common/PropertyStream.h"
+#include "headless/HeadlessEvents.h"
 #include "headless/HeadlessPlatform.h"
 #include "headless/HeadlessRegionalNames.h"
 #include "headless/HeadlessShowPlatform.h"
@@ -22,26 +23,6 @@ inline void Keep(std::size_t result) {
     static std::atomic<std::size_t> kept;
     kept.store(result, std::memory_order_relaxed);
 }
-
-template <class Events>
-class NoEvents : public Events {
-    void Click() override {}
-    void DblClick() override {}
-    void KeyUp(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
-    void KeyPress(std::int16_t& /*keyAscii*/) override {}
-    void KeyDown(std::int16_t& /*keyCode*/, std::int16_t& /*shift*/) override {}
-    void MouseDown(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void MouseMove(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-    void MouseUp(std::int16_t& /*b*/, std::int16_t& /*s*/, float& /*x*/, float& /*y*/) override {}
-};
-
-class NoShowEvents final : public NoEvents<kiv::ShowControlEvents> {
-    void ValueChange() override {}
-};
-
-class NoSetEvents final : public NoEvents<kiv::SetControlEvents> {
-    void GetDeviceDateTime(kiv::Value& /*dtNow*/, bool& /*bEnableDST*/) override {}
-};
 
 /// "05-NOV-2026", "01:05:09 PM"
 struct ReadyFormatter {
@@ -68,7 +49,7 @@ struct ShowScreen {
         world.framework.TakeCalls();
     }
     kiv::headless::HeadlessShowPlatform world;
-    NoShowEvents host;
+    kiv::headless::NoShowEvents host;
     kiv::ShowControl control{world.Platform(), host};
 };
 
@@ -79,7 +60,7 @@ struct SetScreen {
         world.framework.TakeCalls();
     }
     kiv::headless::HeadlessPlatform world;
-    NoSetEvents host;
+    kiv::headless::NoSetEvents host;
     kiv::SetControl control{world.Platform(), host};
 };
 

@@ -17,18 +17,6 @@ namespace {
 using comkit::ComPtr;
 using comkit::Variant;
 
-ComPtr<IFontDisp> MakeFont(const wchar_t* face, int points) {
-    std::wstring name(face);
-    FONTDESC description{};
-    description.cbSizeofstruct = sizeof(description);
-    description.lpstrName = name.data();
-    description.cySize.int64 = LONGLONG{points} * 10000;
-    description.sWeight = FW_NORMAL;
-    ComPtr<IFontDisp> font;
-    EXPECT_EQ(S_OK, OleCreateFontIndirect(&description, IID_IFontDisp, font.PutVoid()));
-    return font;
-}
-
 class Conformance : public ControlFixture {
 protected:
     SIZEL Extent() {

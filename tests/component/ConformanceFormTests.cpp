@@ -83,17 +83,6 @@ protected:
                                                      nullptr, nullptr, 0));
         });
     }
-    ComPtr<IFontDisp> MakeFont(const wchar_t* face, int points) const {
-        std::wstring name(face);
-        FONTDESC description{};
-        description.cbSizeofstruct = sizeof(description);
-        description.lpstrName = name.data();
-        description.cySize.int64 = LONGLONG{points} * 10000;
-        description.sWeight = FW_NORMAL;
-        ComPtr<IFontDisp> font;
-        EXPECT_EQ(S_OK, OleCreateFontIndirect(&description, IID_IFontDisp, font.PutVoid()));
-        return font;
-    }
     std::wstring FontName() { return Text(comkit::Call(*Get(L"Font").Get().pdispVal, L"Name").Get()); }
 };
 

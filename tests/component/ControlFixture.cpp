@@ -70,6 +70,18 @@ std::wstring Text(const VARIANT& value) {
     return std::wstring(comkit::ToWide(comkit::ViewOf(text.Get().bstrVal)));
 }
 
+comkit::ComPtr<IFontDisp> MakeFont(const wchar_t* face, int points) {
+    std::wstring name(face);
+    FONTDESC description{};
+    description.cbSizeofstruct = sizeof(description);
+    description.lpstrName = name.data();
+    description.cySize.int64 = LONGLONG{points} * 10000;
+    description.sWeight = FW_NORMAL;
+    comkit::ComPtr<IFontDisp> font;
+    EXPECT_EQ(S_OK, OleCreateFontIndirect(&description, IID_IFontDisp, font.PutVoid()));
+    return font;
+}
+
 void ForgetRememberedChoice() {
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, L"SOFTWARE\\The Corvale Company");
 }

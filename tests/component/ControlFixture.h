@@ -92,6 +92,9 @@ inline std::string NameOfControl(const testing::TestParamInfo<const TestedClass*
     return info.param == &SetClass ? "SetControl" : "ShowControl";
 }
 
+/// A font object of normal weight.
+comkit::ComPtr<IFontDisp> MakeFont(const wchar_t* face, int points);
+
 /// Deletes the machine-wide memory of the "use PC" choice, which overrides what is loaded.
 void ForgetRememberedChoice();
 
