@@ -10,6 +10,10 @@ if(KIV_SANITIZE)
     target_compile_options(kiv_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(kiv_options INTERFACE -fsanitize=address,undefined)
+    if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+        # The fuzz targets follow what they reach in here.
+        target_compile_options(kiv_options INTERFACE -fsanitize=fuzzer-no-link)
+    endif()
 endif()
 
 if(WIN32)

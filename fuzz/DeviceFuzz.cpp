@@ -6,11 +6,11 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 #include <string>
 
 #include "common/MemoryBag.h"
+#include "fuzz/Require.h"
 #include "headless/HeadlessEvents.h"
 #include "headless/HeadlessPlatform.h"
 #include "headless/HeadlessShowPlatform.h"
@@ -20,10 +20,6 @@
 namespace {
 
 using namespace kiv;
-
-void Require(bool holds) {
-    if (!holds) std::abort();
-}
 
 class ShowHost final : public headless::IgnoredInput<ShowControlEvents> {
     void ValueChange() override { ++changes; }

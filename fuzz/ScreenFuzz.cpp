@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
+#include "fuzz/Require.h"
 #include "screenhost/DocumentHistory.h"
 #include "screenhost/ScreenCheck.h"
 #include "screenhost/ScreenFile.h"
@@ -17,10 +17,6 @@
 namespace {
 
 using namespace screenhost;
-
-void Require(bool holds) {
-    if (!holds) std::abort();
-}
 
 std::size_t LinesOf(std::string_view text) {
     return static_cast<std::size_t>(std::ranges::count(text, '\n')) + 1;

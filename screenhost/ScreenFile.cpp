@@ -83,7 +83,7 @@ void ScreenSection::Put(std::string_view key, const ScreenValue& value, std::str
         Line& line = m_lines[index];
         if (line.entry->second == value) return;
         line.text = text;
-        line.entry->second = value;
+        line.entry = std::pair(std::string(key), value);
         return;
     }
     const std::size_t place = PlaceBehind(after);

@@ -84,7 +84,7 @@ run("rm -rf '$work/tree' && mkdir -p '$work/tree' && cd '$tree' && tar cf - --ex
 my $build = "$work/build";
 my $configure = "cmake -G Ninja -S '$work/tree' -B '$build' -DCMAKE_BUILD_TYPE=Debug";
 run("$configure >'$work/log' 2>&1 && ninja -C '$build' core_tests >>'$work/log' 2>&1") == 0 or die "see $work/log\n";
-my $limit = 'timeout -k 5 300';
+my $limit = 'timeout -k 5 120';
 my $tests = "cd '$work' && $limit '$build/core_tests' --gtest_brief=1 --gtest_fail_fast >'$work/log' 2>&1";
 run($tests) == 0 or die "the tests fail without any change: see $work/log\n";
 
