@@ -82,10 +82,12 @@ mkdir $work;
 run("rm -rf '$work/tree' && mkdir -p '$work/tree' && cd '$tree' && tar cf - --exclude=./build --exclude=./.git . | tar xf - -C '$work/tree'") == 0
     or die "cannot copy\n";
 my $build = "$work/build";
-my $configure = "cmake -G Ninja -S '$work/tree' -B '$build' -DCMAKE_BUILD_TYPE=Debug";
+my $configure = "cmake -G Ninja -S '$work/tree' -B '$build' -DCMAKE_CXX_FLAGS=-O0";
 run("$configure >'$work/log' 2>&1 && ninja -C '$build' core_tests >>'$work/log' 2>&1") == 0 or die "see $work/log\n";
 my $limit = 'timeout -k 5 120';
-my $tests = "cd '$work' && $limit '$build/core_tests' --gtest_brief=1 --gtest_fail_fast >'$work/log' 2>&1";
+my $program = "$limit '$build/core_tests' --gtest_brief=1 --gtest_fail_fast";
+# The tests that take long come last: most changes are noticed without them.
+my $tests = "cd '$work' && { $program --gtest_filter=-DateTruth* && $program --gtest_filter=DateTruth*; } >'$work/log' 2>&1";
 run($tests) == 0 or die "the tests fail without any change: see $work/log\n";
 
 my %known;

@@ -7,6 +7,8 @@
 packages_native=(g++ cmake ninja-build)
 packages_tests=(libgtest-dev)
 packages_bench=(libfmt-dev valgrind)
+# To fuzz.
+packages_fuzz=(clang libclang-rt-dev)
 # To check layout and code.
 packages_lint=(clang-format clang-tidy)
 # To build for Windows; googletest holds the sources that the component's tests are built with.
@@ -67,7 +69,7 @@ install_packages() {
     logged apt-install run_apt install -y --no-install-recommends "${missing[@]}"
 }
 
-# install_group native|tests|bench|lint|cross|wine|wine32|package
+# install_group native|tests|bench|fuzz|lint|cross|wine|wine32|package
 install_group() {
     local -n group_packages=packages_$1
     locked packages install_packages "${group_packages[@]}"

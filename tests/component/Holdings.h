@@ -33,6 +33,28 @@ inline long GdiObjects() {
     return objects;
 }
 
+/// The same of the system's other objects: events, files, keys, threads.
+inline long KernelHandles() {
+    long handles = 0;
+    DWORD flags = 0;
+    for (ULONG_PTR handle = 4; handle <= 0x8000; handle += 4)
+        handles += GetHandleInformation(reinterpret_cast<HANDLE>(handle), &flags) != 0;
+    return handles;
+}
+
+/// Of this process, at whatever depth.
+inline long Windows() {
+    long windows = 0;
+    const auto count = [](HWND window, LPARAM sum) -> BOOL {
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        *reinterpret_cast<long*>(sum) += process == GetCurrentProcessId();
+        return TRUE;
+    };
+    EnumChildWindows(GetDesktopWindow(), count, reinterpret_cast<LPARAM>(&windows));
+    return windows;
+}
+
 inline Holdings CountHoldings() {
     MSG message;
     while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageW(&message);

@@ -46,6 +46,23 @@ class LeakFixture : public ControlFixture {
 protected:
     using ControlFixture::ControlFixture;
 
+    /// Prints what so many lives gained, and expects neither windows nor handles among it.
+    template <class Cycle>
+    static Holdings GainOf(const char* lives, int cycles, Cycle cycle) {
+        constexpr int FirstOnes = 100;
+        for (int i = 0; i < FirstOnes; ++i) cycle();
+        const long windows = Windows();
+        const long handles = KernelHandles();
+        const Holdings gain = Gain(cycles, cycle, 0);
+        const long moreWindows = Windows() - windows;
+        const long moreHandles = KernelHandles() - handles;
+        std::printf("%d %s: %+ld heap blocks, %+ld drawing objects, %+ld windows, %+ld handles\n", cycles, lives,
+                    gain.heapBlocks, gain.gdiObjects, moreWindows, moreHandles);
+        EXPECT_LE(moreWindows, 0);
+        EXPECT_LE(moreHandles, 0);
+        return gain;
+    }
+
     /// Creation, loading, activation with all windows, the end.
     void LiveOnce(bool active) {
         Place(true);
@@ -85,10 +102,12 @@ TEST_F(ShowLeaks, NeitherUnseenNorInTheContainersWindowNorInOneOfItsOwnAnythingI
         bool active;
         bool windowless;
     };
-    for (const Way& way : {Way{"unseen", false, false}, Way{"windowless", true, true}, Way{"windowed", true, false}}) {
+    for (const Way& way :
+         {Way{"show controls, unseen", false, false}, Way{"show controls in the container's window", true, true},
+          Way{"show controls in windows of their own", true, false}}) {
         SCOPED_TRACE(way.name);
         site->offersNoWindow = way.windowless;
-        const Holdings gain = Gain(Cycles(), [&] { LiveOnce(way.active); });
+        const Holdings gain = GainOf(way.name, Cycles(), [&] { LiveOnce(way.active); });
         // A window system may hold a few blocks at the moment of counting, however many cycles have run.
         EXPECT_LE(gain.heapBlocks, way.active ? 8 : 0);
         EXPECT_LE(gain.gdiObjects, 0);
@@ -96,18 +115,17 @@ TEST_F(ShowLeaks, NeitherUnseenNorInTheContainersWindowNorInOneOfItsOwnAnythingI
 }
 
 TEST_F(Leaks, ControlsThatNobodySawLeaveNothing) {
-    const Holdings gain = Gain(Cycles(), [&] { LiveOnce(false); });
+    const Holdings gain = GainOf("set controls, unseen", Cycles(), [&] { LiveOnce(false); });
     EXPECT_EQ(0, gain.heapBlocks);
     EXPECT_EQ(0, gain.gdiObjects);
 }
 
 TEST_F(Leaks, ActiveControlsLeaveNoMoreThanTheirBareChildren) {
     const int cycles = Cycles();
-    const Holdings ours = Gain(cycles, [&] { LiveOnce(true); });
+    const Holdings ours = GainOf("set controls, active", cycles, [&] { LiveOnce(true); });
     const comkit::UniqueFont font(CreateFontW(-11, 0, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, 0, L"Tahoma"));
-    const Holdings bare = Gain(cycles, [&] { MakeBareChildren(site->Window(), font.Get()); });
-    std::printf("%d cycles: control %+ld heap blocks, %+ld GDI objects; bare children %+ld, %+ld\n", cycles,
-                ours.heapBlocks, ours.gdiObjects, bare.heapBlocks, bare.gdiObjects);
+    const Holdings bare =
+        GainOf("times their bare children", cycles, [&] { MakeBareChildren(site->Window(), font.Get()); });
     // A window system may hold a few blocks at the moment of counting, however many cycles have run.
     constexpr long Noise = 8;
     EXPECT_LE(ours.heapBlocks, std::max(bare.heapBlocks, 0L) + Noise);
@@ -119,7 +137,7 @@ TEST_F(Leaks, ActiveControlsLeaveNoMoreThanTheirBareChildren) {
 TEST_F(Leaks, HelpObjectAndCollectionOfElementsGoWithTheirControl) {
     const InstalledSimulator simulator;
     long listeners = 0;
-    const Holdings gain = Gain(Cycles() / 3, [&] {
+    const Holdings gain = GainOf("set controls with help and elements", Cycles() / 3, [&] {
         Place(true);
         m_bag->entries.clear();
         for (int slot = 0; slot < 14; ++slot) m_bag->Put(L"DataVarName" + std::to_wstring(slot), u"name");
