@@ -49,6 +49,8 @@ public:
         m_framework.Deliver(5, m_bOdd ? u"11" : u"12");
     }
     void Draw(HDC dc) { m_surface.Draw(dc, m_place); }
+    /// A device context that the container has at hand; null: it gets one each time.
+    void Give(HDC dc) noexcept { m_given = dc; }
     std::wstring Text() const { return std::wstring(comkit::ToWide(m_control.Value())); }
 
 private:
@@ -60,11 +62,22 @@ private:
         OffsetRect(&area, m_place.left, m_place.top);
         InvalidateRect(m_window, &area, FALSE);
     }
+    bool OnDraw(const RECT& /*pixels*/, const Drawing& draw) override {
+        const POINT origin{m_place.left, m_place.top};
+        if (m_given) {
+            draw(m_given, origin);
+            return true;
+        }
+        const comkit::WindowDc dc(m_window);
+        draw(dc.Get(), origin);
+        return true;
+    }
     void OnCapture(bool /*wanted*/) override {}
     void OnSettingsChanged() override {}
 
     HWND m_window;
     RECT m_place;
+    HDC m_given = nullptr;
     bool m_bOdd = false;
     headless::HeadlessContainer m_container;
     win32::SystemClock m_clock;
@@ -145,11 +158,10 @@ void CompareOne() {
         Compare(
             {"a value arrives, the text changes and is drawn", "one text draw call of the same text", 1.5}, 101, Times,
             [&] {
-                for (int i = 0; i < Times; ++i) {
-                    control.Deliver();
-                    control.Draw(screen.Get());
-                }
+                control.Give(screen.Get());
+                for (int i = 0; i < Times; ++i) control.Deliver();
                 GdiFlush();
+                control.Give(nullptr);
             },
             [&] {
                 const RECT place{170, 0, 330, 13};

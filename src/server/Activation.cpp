@@ -223,6 +223,24 @@ bool Activation::Invalidate(const RECT& pixels) noexcept {
     return true;
 }
 
+bool Activation::DrawAtOnce(const RECT& pixels, const win32::WindowlessSite::Drawing& draw) {
+    const auto place = m_pWindowlessPlace;
+    if (!place || !m_pCore->Surface().WindowlessPlace()) return false;
+    const POINT origin{m_position.left, m_position.top};
+    RECT area = pixels;
+    OffsetRect(&area, origin.x, origin.y);
+    HDC dc = nullptr;
+    // No flags: the labels fill their places, so nothing has to be painted behind them.
+    if (FAILED(place->GetDC(&area, 0, &dc)) || !dc) return false;
+    struct Return {
+        IOleInPlaceSiteWindowless& place;
+        HDC dc;
+        ~Return() { place.ReleaseDC(dc); }
+    } const atTheEnd{*place, dc};
+    draw(dc, origin);
+    return true;
+}
+
 void Activation::Capture(bool wanted) noexcept {
     const auto place = m_pWindowlessPlace;
     if (!place || wanted == m_bCaptured) return;

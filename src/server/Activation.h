@@ -51,6 +51,8 @@ public:
     /// Without a window: a part of the control, in pixels from its corner, is to be drawn anew. False: it has a window,
     /// or is not active.
     bool Invalidate(const RECT& pixels) noexcept;
+    /// False where the container has no device context for a control without a window of its own.
+    bool DrawAtOnce(const RECT& pixels, const win32::WindowlessSite::Drawing& draw);
     /// Without a window: the mouse belongs to the control, or no longer does.
     void Capture(bool wanted) noexcept;
 

@@ -164,6 +164,12 @@ void ControlObject::OnInvalidate(const RECT& pixels) {
     if (!m_activation.Invalidate(pixels)) TellPictureChanged();
 }
 
+bool ControlObject::OnDraw(const RECT& pixels, const Drawing& draw) {
+    if (m_persist.IsLoading()) return false;
+    const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
+    return m_activation.DrawAtOnce(pixels, draw);
+}
+
 void ControlObject::OnCapture(bool wanted) {
     const comkit::ComPtr<IUnknown> keepAlive(ComObject::Identity());
     m_activation.Capture(wanted);

@@ -73,6 +73,7 @@ private:
     void OnFocus(bool gained) override;
     void OnMouseActivate() override;
     void OnInvalidate(const RECT& pixels) override;
+    bool OnDraw(const RECT& pixels, const Drawing& draw) override;
     void OnCapture(bool wanted) override;
     void OnSettingsChanged() override;
 

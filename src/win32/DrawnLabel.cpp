@@ -33,8 +33,7 @@ void DrawnLabel::SetFont(const FontPtr& font) {
 bool DrawnLabel::SetCaption(std::u16string_view caption) {
     if (SameText(m_strCaption, caption)) return false;
     m_strCaption = caption;
-    InvalidateIfShown();
-    m_pOwner->OnCaptionChanged(*this);
+    if (m_bVisible) m_pOwner->OnCaptionChanged(*this);
     return true;
 }
 

@@ -19,7 +19,8 @@ public:
         virtual void Invalidate(const Rect& bounds) = 0;
         virtual int ResolutionForLabels() const noexcept = 0;
         virtual void Forget(const DrawnLabel& label) noexcept = 0;
-        virtual void OnCaptionChanged(const DrawnLabel& label) noexcept = 0;
+        /// Of a label that is shown: its picture is out of date.
+        virtual void OnCaptionChanged(const DrawnLabel& label) = 0;
 
     protected:
         ~Owner() = default;

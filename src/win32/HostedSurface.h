@@ -7,6 +7,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <optional>
 
 #include "platform/Widgets.h"
@@ -32,6 +33,10 @@ public:
     /// A part of the picture is out of date, and there is no window of the surface's own to invalidate. Pixels from the
     /// surface's top left corner.
     virtual void OnInvalidate(const RECT& pixels) = 0;
+    /// What draws a part of the picture: with the place of the surface's top left corner in the device context.
+    using Drawing = std::function<void(HDC dc, POINT origin)>;
+    /// The same part can be drawn at once, if the container has a device context to give. False: it was not drawn.
+    virtual bool OnDraw(const RECT& pixels, const Drawing& draw) = 0;
     /// Without a window of its own the surface wants the mouse, or no longer does.
     virtual void OnCapture(bool wanted) = 0;
     /// The surface was told that the user's settings are other ones.

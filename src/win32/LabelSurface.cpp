@@ -66,7 +66,7 @@ public:
         if (m_pPressed == &label) m_pPressed = nullptr;
     }
 
-    void OnCaptionChanged(const DrawnLabel& label) noexcept override;
+    void OnCaptionChanged(const DrawnLabel& label) override;
 
     // NativeWindow::Owner
     LRESULT OnMessage(NativeWindow& native, const Message& message) override;
@@ -91,6 +91,9 @@ public:
     std::vector<DrawnLabel*> m_labels;
 
 private:
+    bool DrawAtOnce(const DrawnLabel& label);
+    bool IsOverlapped(const DrawnLabel& label) const noexcept;
+    void TellNameChanged(const DrawnLabel& label) const noexcept;
     void TellMouse(const MouseInput& input);
     std::optional<LRESULT> TellKey(UINT id, WPARAM wParam);
     Widget& SourceAt(POINT position) noexcept;
@@ -216,9 +219,41 @@ LabelAccessSource::Place LabelSurface::Impl::PlaceForAccess() const noexcept {
     return {m_container, m_place, false, m_bEnabled};
 }
 
+void LabelSurface::Impl::OnCaptionChanged(const DrawnLabel& label) {
+    const auto held = shared_from_this();
+    if (!DrawAtOnce(label)) Invalidate(label.Bounds());
+    if (IsPresent(&label)) TellNameChanged(label);
+}
+
+/// As a static window does with its text: to have it painted costs the system several times as much as to draw it.
+bool LabelSurface::Impl::DrawAtOnce(const DrawnLabel& label) {
+    if (!m_bActive || IsOverlapped(label)) return false;
+    const auto draw = [this, &label](HDC dc, POINT origin) {
+        if (!IsPresent(&label)) return;
+        LabelPainter painter(dc, origin);
+        label.Draw(painter);
+    };
+    if (const HWND window = Window()) {
+        if (!IsWindowVisible(window)) return false;
+        const comkit::WindowDc dc(window);
+        if (dc.Get()) draw(dc.Get(), {0, 0});
+        return dc.Get() != nullptr;
+    }
+    return m_bVisible && m_pSite && m_pSite->OnDraw(label.PixelRect(), draw);
+}
+
+bool LabelSurface::Impl::IsOverlapped(const DrawnLabel& label) const noexcept {
+    const RECT area = label.PixelRect();
+    return std::ranges::any_of(m_labels, [&](const DrawnLabel* other) {
+        RECT common{};
+        const RECT otherArea = other->PixelRect();
+        return other != &label && other->IsVisible() && IntersectRect(&common, &area, &otherArea);
+    });
+}
+
 // A place in another's window has no object numbers of its own to tell this for.
-void LabelSurface::Impl::OnCaptionChanged(const DrawnLabel& label) noexcept {
-    if (!Window() || !label.IsVisible()) return;
+void LabelSurface::Impl::TellNameChanged(const DrawnLabel& label) const noexcept {
+    if (!Window()) return;
     LONG number = 1;
     for (const DrawnLabel* const one : m_labels) {
         if (one == &label) break;

@@ -80,6 +80,15 @@ HRESULT RecordingSite::InvalidateRect(LPCRECT rect, BOOL) {
     return Intercept("InvalidateRect").value_or(S_OK);
 }
 
+HRESULT RecordingSite::GetDC(LPCRECT rect, DWORD, HDC* out) {
+    *out = nullptr;
+    if (!lent) return E_NOTIMPL;
+    drawn.push_back(rect ? *rect : RECT{});
+    const HRESULT answer = Note("GetDC");
+    if (SUCCEEDED(answer)) *out = lent;
+    return answer;
+}
+
 HRESULT RecordingSite::CanInPlaceActivate() {
     return Intercept("CanInPlaceActivate").value_or(allowsInPlace ? S_OK : S_FALSE);
 }

@@ -94,6 +94,9 @@ public:
 
     /// Parts of the container's window that a control without a window asked to have drawn anew; empty: all of it.
     std::vector<RECT> outdated;
+    /// The device context that it gives such a control to draw with, and the parts that were asked for. Null: none.
+    HDC lent = nullptr;
+    std::vector<RECT> drawn;
     DWORD keyModifiers = 0;  ///< of the last key that a control did not want: 1 Shift, 2 Ctrl, 4 Alt
     /// What happened, in order, by method name.
     std::vector<std::string> calls;
@@ -143,8 +146,8 @@ public:
     }
     HRESULT STDMETHODCALLTYPE GetFocus() override { return S_FALSE; }
     HRESULT STDMETHODCALLTYPE SetFocus(BOOL) override { return Note("SetFocus"); }
-    HRESULT STDMETHODCALLTYPE GetDC(LPCRECT, DWORD, HDC*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE ReleaseDC(HDC) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetDC(LPCRECT rect, DWORD flags, HDC* out) override;
+    HRESULT STDMETHODCALLTYPE ReleaseDC(HDC) override { return Note("ReleaseDC"); }
     HRESULT STDMETHODCALLTYPE InvalidateRect(LPCRECT rect, BOOL erase) override;
     HRESULT STDMETHODCALLTYPE InvalidateRgn(HRGN, BOOL) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE ScrollRect(INT, INT, LPCRECT, LPCRECT) override { return E_NOTIMPL; }

@@ -131,10 +131,42 @@ TEST_F(ShowDisplay, ValuesThatLeaveTheTextAsItIsPaintAndTellNothing) {
         EXPECT_EQ(L"09:30 AM", Value());
         EXPECT_EQ(2u, events->events.size());
         EXPECT_EQ(windowless ? 1u : 0u, site->outdated.size());
-        if (!windowless) {
-            EXPECT_TRUE(GetUpdateRect(Window(), nullptr, FALSE));
+        Remove();
+    }
+}
+
+TEST_F(ShowDisplay, ATextIsDrawnAtOnceWithTheContainersDeviceContextOrPaintedLater) {
+    enum class Meanwhile { Nothing, Refused, Deactivated, Removed };
+    const comkit::WindowDc screen(site->Window());
+    site->offersNoWindow = true;
+    for (const Meanwhile meanwhile :
+         {Meanwhile::Nothing, Meanwhile::Refused, Meanwhile::Deactivated, Meanwhile::Removed}) {
+        SCOPED_TRACE(static_cast<int>(meanwhile));
+        Load({{L"Mode", 2}});
+        ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+        framework.Deliver(1, L"9");
+        site->calls.clear();
+        site->outdated.clear();
+        site->drawn.clear();
+        site->lent = screen.Get();
+        site->onCall = [&](const char* name) -> std::optional<HRESULT> {
+            if (std::string(name) != "GetDC") return std::nullopt;
+            if (meanwhile == Meanwhile::Refused) return E_FAIL;
+            if (meanwhile == Meanwhile::Deactivated) As<IOleInPlaceObject>()->InPlaceDeactivate();
+            if (meanwhile == Meanwhile::Removed) Remove();
+            return std::nullopt;
+        };
+        framework.Deliver(2, L"30");
+        EXPECT_EQ(site->drawn.size(), 1u);
+        EXPECT_EQ(site->Count("ReleaseDC"), meanwhile == Meanwhile::Refused ? 0 : 1);
+        EXPECT_EQ(site->outdated.size(), meanwhile == Meanwhile::Refused ? 1u : 0u);
+        site->onCall = nullptr;
+        site->lent = nullptr;
+        if (control) {
+            EXPECT_EQ(L"09:30 AM", Value());
         }
         Remove();
+        site->calls.clear();
     }
 }
 

@@ -27,6 +27,7 @@ public:
     void OnFocus(bool) override {}
     void OnMouseActivate() override {}
     void OnInvalidate(const RECT&) override {}
+    bool OnDraw(const RECT&, const Drawing&) override { return false; }
     void OnCapture(bool) override {}
     void OnSettingsChanged() override {}
 };

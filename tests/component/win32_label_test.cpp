@@ -31,6 +31,8 @@ class LabelLog final : public WidgetListener, public WindowlessSite {
 public:
     std::vector<std::string> lines;
     std::vector<RECT> outdated;
+    HDC given = nullptr;  ///< to draw at once with
+    std::vector<RECT> drawn;
     Point lastPosition;
     std::function<std::string(const Widget&)> nameOf;
     std::function<void(const std::string&)> then;
@@ -51,6 +53,12 @@ public:
     void OnFocus(bool) override {}
     void OnMouseActivate() override { Write("activate"); }
     void OnInvalidate(const RECT& pixels) override { outdated.push_back(pixels); }
+    bool OnDraw(const RECT& pixels, const Drawing& draw) override {
+        if (!given) return false;
+        drawn.push_back(pixels);
+        draw(given, {0, 0});
+        return true;
+    }
     void OnSettingsChanged() override { Write("settings"); }
     void OnCapture(bool wanted) override { Write(wanted ? "capture 1" : "capture 0"); }
 
@@ -344,11 +352,65 @@ TEST_F(LabelTest, OnlyWhatReallyChangesIsPaintedAgain) {
     EXPECT_FALSE(GetUpdateRect(surface->Window(), nullptr, FALSE));
     caption->SetCaption(u"Device");
     EXPECT_FALSE(GetUpdateRect(surface->Window(), nullptr, FALSE));
-    caption->SetCaption(u"Other");
+    caption->SetForeColor(Paper);
     RECT update{};
     EXPECT_TRUE(GetUpdateRect(surface->Window(), &update, FALSE));
     const RECT label{10, 5, 90, 30};
     EXPECT_TRUE(EqualRect(&update, &label));
+}
+
+// A paint message costs the system several times as much as the text.
+TEST_F(LabelTest, AnotherTextIsDrawnAtOnceWhereNothingIsInItsWay) {
+    const Bitmap picture(Width, Height);
+    const auto look = [&](const RECT& part) {
+        return picture.Part(part.left, part.top, part.right - part.left, part.bottom - part.top);
+    };
+    const RECT captionPart{10, 5, 90, 30};
+    const RECT valuePart{90, 5, 180, 30};
+    surface->ActivateWindowless(host, Place);
+    log.given = picture.Dc();
+    log.outdated.clear();
+    caption->SetCaption(u"Other");
+    EXPECT_TRUE(log.outdated.empty());
+    ASSERT_EQ(log.drawn.size(), 1u);
+    EXPECT_TRUE(EqualRect(log.drawn.data(), &captionPart));
+    EXPECT_GT(picture.Count(Paper), 0) << "drawn, with its own ground";
+    const auto drawn = look(captionPart);
+    EXPECT_EQ(look(valuePart), std::vector<DWORD>(drawn.size() / 80 * 90)) << "and nothing else";
+    surface->Draw(picture.Dc(), {0, 0, Width, Height});
+    EXPECT_EQ(look(captionPart), drawn) << "as it is painted";
+
+    value->SetBounds({1200, 75, 1500, 375});
+    log.drawn.clear();
+    log.outdated.clear();
+    value->SetCaption(u"on top of each other");
+    EXPECT_TRUE(log.drawn.empty());
+    EXPECT_EQ(log.outdated.size(), 1u);
+    surface->Deactivate();
+    value->SetCaption(u"nowhere");
+    EXPECT_TRUE(log.drawn.empty());
+
+    value->SetBounds({1350, 75, 1350, 375});
+    surface->Activate(host, Place);
+    Pump();
+    UpdateWindow(surface->Window());
+    const auto photograph = [&] {
+        const comkit::WindowDc window(surface->Window());
+        BitBlt(picture.Dc(), 0, 0, Width, Height, window.Get(), 0, 0, SRCCOPY);
+    };
+    photograph();
+    const auto before = look(valuePart);
+    value->SetCaption(u"12:34:57");
+    EXPECT_FALSE(GetUpdateRect(surface->Window(), nullptr, FALSE));
+    photograph();
+    EXPECT_NE(look(valuePart), before);
+    EXPECT_EQ(look(captionPart), drawn);
+    ShowWindow(surface->Window(), SW_HIDE);
+    value->SetCaption(u"hidden");
+    ShowWindow(surface->Window(), SW_SHOWNA);
+    UpdateWindow(surface->Window());
+    photograph();
+    EXPECT_NE(look(valuePart), before);
 }
 
 class LabelMouseTest : public LabelTest, public testing::WithParamInterface<bool> {
