@@ -67,6 +67,22 @@ TEST_F(EventForwardingTest, HandlersMayAlterAndSwallowKeys) {
     EXPECT_EQ(Calendar().UserReleasesKey(65), 66);
 }
 
+// A date that the user chose is not overwritten by the device's; a click elsewhere chooses none.
+TEST_F(EventForwardingTest, OnlyAClickInTheCalendarCountsAsAnEditedDate) {
+    const auto day = [&] { return control->GetDateTimeInfo().date.day; };
+    const auto deliver = [&](const char16_t* value) { world.framework.Deliver(6, value); };
+    deliver(u"11");
+    ASSERT_EQ(day(), 11);
+    world.surface.UserClicks();
+    Inner().UserClicks();
+    Dst().UserToggles();
+    deliver(u"12");
+    EXPECT_EQ(day(), 12);
+    Calendar().UserClicks();
+    deliver(u"13");
+    EXPECT_EQ(day(), 12);
+}
+
 TEST_F(EventForwardingTest, AClickIsForwardedAfterTheControlsOwnHandling) {
     bool enabledWhenHeard = true;
     host.onEvent = [&](const std::string& event) {

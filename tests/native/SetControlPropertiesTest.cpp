@@ -73,6 +73,16 @@ TEST_F(SetControlPropertiesTest, AFontIsAnnouncedAlwaysAndReachesEveryChild) {
     EXPECT_EQ(control->GetFont(), font);
 }
 
+TEST_F(SetControlPropertiesTest, ColoursReachEveryChildThatShowsThem) {
+    LoadInDesigner();
+    control->SetBackColor(11);
+    control->SetForeColor(12);
+    for (const Widget* const child : std::initializer_list<const Widget*>{&Outer(), &Inner(), &UseSystem(), &Dst()}) {
+        EXPECT_EQ(child->BackColor(), 11U);
+        EXPECT_EQ(child->ForeColor(), 12U);
+    }
+}
+
 TEST_F(SetControlPropertiesTest, TheTimeFieldIsHeldToItsMinimumAndAskingForLessIsAlwaysAChange) {
     LoadInDesigner();
     control->SetTimeHeight(0);
@@ -134,6 +144,13 @@ TEST_F(SetControlPropertiesTest, TheTimeFormatIsDecidedByThe12HourValueAlone) {
         control->SetShowSeconds(c.seconds);
         EXPECT_EQ(Time().Format(), c.expected);
     }
+    // Each of the three shows at once.
+    control->SetData12HrValue(2);
+    EXPECT_EQ(Time().Format(), u"HH:mm");
+    control->SetTimeFormat(2);
+    EXPECT_EQ(Time().Format(), u"hh:mm tt");
+    control->SetShowSeconds(true);
+    EXPECT_EQ(Time().Format(), u"hh:mm:ss tt");
 }
 
 TEST_F(SetControlPropertiesTest, CalendarColoursShowAtOnceOrWhenTheCalendarChangesItsState) {

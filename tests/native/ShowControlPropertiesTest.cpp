@@ -166,7 +166,9 @@ TEST_F(ShowControlPropertiesTest, WhatIsSetForBothLabelsReachesBoth) {
     control->SetBackColor(1);
     control->SetForeColor(2);
     control->SetEnabled(false);
+    world.container.changes.clear();
     control->SetFont(font);
+    EXPECT_EQ(world.container.changes, std::vector<std::u16string>{u"Font"});
     for (const headless::HeadlessLabel* label : {&CaptionLabel(), &ValueLabel()}) {
         EXPECT_EQ(label->BackColor(), 1U);
         EXPECT_EQ(label->ForeColor(), 2U);

@@ -25,7 +25,10 @@ TEST_F(ValuePages, ShowWhatAllSelectedControlsHave) {
     Select(set);
     EXPECT_EQ(At(u"txtValue(0)").Text(), u"21");
     expectDates(false);
+    Type(u"txtValue(0)", u"5");
+    EXPECT_TRUE(page->IsDirty());
     Select(otherShow);
+    EXPECT_FALSE(page->IsDirty()) << "what was typed was for others";
     EXPECT_EQ(At(u"txtValue(2)").Text(), u"1");
     expectDates(true);
 }
