@@ -2,32 +2,18 @@
 #include <KivDateTime.h>
 #include <oleidl.h>
 
-#include <array>
-#include <cstddef>
 #include <vector>
 
 #include "Benchmarks.h"
 #include "benchmarks/Comparison.h"
 #include "comkit/ComPtr.h"
+#include "HeapBytes.h"
 
 namespace bench {
 
 namespace {
 
 using comkit::ComPtr;
-
-/// Bytes in use in all heaps.
-double HeapBytes() {
-    std::array<HANDLE, 256> heaps{};
-    const DWORD count = GetProcessHeaps(static_cast<DWORD>(heaps.size()), heaps.data());
-    double bytes = 0;
-    for (DWORD i = 0; i < count && i < heaps.size(); ++i) {
-        PROCESS_HEAP_ENTRY entry{};
-        while (HeapWalk(heaps.at(i), &entry))
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
-    }
-    return bytes;
-}
 
 ComPtr<IUnknown> Loaded(IClassFactory& factory) {
     ComPtr<IUnknown> control;

@@ -7,11 +7,15 @@
 #include <oleauto.h>
 #include <olectl.h>
 
+#include <cstddef>
+#include <vector>
+
 #include "Benchmarks.h"
 #include "benchmarks/Comparison.h"
 #include "BenchSite.h"
 #include "comkit/ComPtr.h"
 #include "comkit/Variant.h"
+#include "HeapBytes.h"
 
 namespace bench {
 
@@ -95,6 +99,29 @@ void CompareOpening(IClassFactory& factory) {
     }
     opening.Print({"a set control created, loaded, activated", "its bare native children created", 1.15});
     life.Print({"the same and closed", "the same and destroyed", 1.15});
+}
+
+/// Open ones, so that the children of both are there.
+void CompareMemory(IClassFactory& factory) {
+    constexpr std::size_t Count = 20;
+    const comkit::UniqueFont font(CreateFontW(-11, 0, 0, 0, FW_NORMAL, 0, 0, 0, 0, 0, 0, 0, 0, L"MS Sans Serif"));
+    std::vector<ComPtr<BenchSite>> sites(Count);
+    for (auto& site : sites) site = comkit::MakeObject<BenchSite>();
+    Comparison comparison;
+    for (int round = 0; round < 6; ++round) {
+        std::vector<ComPtr<IUnknown>> controls(Count);
+        const double start = HeapBytes();
+        for (std::size_t i = 0; i < Count; ++i) OpenControl(factory, *sites[i].Get(), controls[i]);
+        const double ours = HeapBytes() - start;
+        for (auto& control : controls) CloseControl(control);
+        std::vector<comkit::UniqueWindow> frames(Count);
+        const double bareStart = HeapBytes();
+        for (std::size_t i = 0; i < Count; ++i) frames[i].Reset(OpenBareChildren(sites[i]->Window(), font.Get()));
+        const double bare = HeapBytes() - bareStart;
+        // What all of them share comes with the first ones.
+        if (round > 0) comparison.Add(ours / Count, bare / Count);
+    }
+    comparison.Print({"memory of one more set control, open", "its bare native children", 1.2}, "bytes");
 }
 
 // --- properties and names --------------------------------------------------------------------------------------------
@@ -196,6 +223,7 @@ void CompareDispatch(IClassFactory& factory) {
 
 void RunSetControl(IClassFactory& factory) {
     CompareOpening(factory);
+    CompareMemory(factory);
     CompareDispatch(factory);
 }
 

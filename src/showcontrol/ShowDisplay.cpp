@@ -1,5 +1,6 @@
 #include "showcontrol/ShowDisplay.h"
 
+#include <string_view>
 #include <utility>
 
 #include "platform/System.h"
@@ -33,11 +34,24 @@ std::u16string ShowDisplay::Value() {
 
 bool ShowDisplay::ShowText() {
     if (!m_context.AmbientUserMode()) LoadPresentDateTime();
-    if (!m_bConfigured) Configure();
     ShowControlState& state = m_context.State();
-    ClampDateTime(state.m_numbers, state.m_bShowSeconds);
     Label& label = *m_context.Children().lblValue;
-    return label.SetCaption(m_formatter.FormatCaption(state.m_lMode, label.HasSunkenBorder(), state.m_numbers));
+    Content content{state.m_lMode, label.HasSunkenBorder(), state.m_numbers};
+    // Devices send the same value again and again.
+    if (m_bConfigured && m_shown == content) return false;
+    m_shown.reset();
+    if (!m_bConfigured) Configure();
+    ClampDateTime(state.m_numbers, state.m_bShowSeconds);
+    content.numbers = state.m_numbers;
+    const std::u16string_view text = m_formatter.FormatCaption(content.mode, content.sunken, content.numbers);
+    // Before the label has it: to show it may call the container, which may have something else shown.
+    m_shown = content;
+    try {
+        return label.SetCaption(text);
+    } catch (...) {
+        m_shown.reset();
+        throw;
+    }
 }
 
 void ShowDisplay::Configure() {

@@ -5,6 +5,8 @@
 // end of the load.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "showcontrol/DisplayFormatter.h"
@@ -35,8 +37,17 @@ private:
     void Configure();
     void LoadPresentDateTime();
 
+    /// All that a text is made of, besides the settings.
+    struct Content {
+        std::int32_t mode = 0;
+        bool sunken = false;
+        DateTimeNumbers numbers;
+        friend bool operator==(const Content&, const Content&) = default;
+    };
+
     ShowControlContext& m_context;
     DisplayFormatter m_formatter;
+    std::optional<Content> m_shown;  ///< what the label shows, unless a setting changed since
     bool m_bConfigured = false;
     bool m_bPending = false;        ///< a text was asked for during a load
     bool m_bChangedInLoad = false;  ///< the text changed, and ValueChange is still to come

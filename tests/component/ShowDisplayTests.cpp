@@ -170,6 +170,27 @@ TEST_F(ShowDisplay, ATextIsDrawnAtOnceWithTheContainersDeviceContextOrPaintedLat
     }
 }
 
+TEST_F(ShowDisplay, AValueThatArrivesWhileAnotherIsDrawnIsTheOneThatStays) {
+    const comkit::WindowDc screen(site->Window());
+    site->offersNoWindow = true;
+    Load({{L"Mode", 2}});
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+    framework.Deliver(1, L"9");
+    site->lent = screen.Get();
+    int calls = 0;
+    site->onCall = [&](const char* name) -> std::optional<HRESULT> {
+        if (std::string(name) == "GetDC" && ++calls == 1) framework.Deliver(2, L"31");
+        return std::nullopt;
+    };
+    framework.Deliver(2, L"30");
+    EXPECT_EQ(L"09:31 AM", Value());
+    framework.Deliver(2, L"31");
+    EXPECT_EQ(2, calls) << "nothing new to draw";
+    framework.Deliver(2, L"30");
+    EXPECT_EQ(L"09:30 AM", Value());
+    EXPECT_EQ(3, calls);
+}
+
 TEST_F(ShowDisplay, AHandlerOfValueChangeMayEndTheControl) {
     for (const bool windowless : {false, true}) {
         site->offersNoWindow = windowless;
