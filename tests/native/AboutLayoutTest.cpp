@@ -23,6 +23,7 @@ int Bottom(const DialogRect& rect) {
 TEST(AboutLayout, StandsInGroupsBetweenItsLinesAtEveryResolution) {
     BuiltInServices services;
     const AboutTexts texts = LoadAboutTexts(ControlKind::Set, {1, 2, 3}, services);
+    for (const std::u16string& text : {texts.caption, texts.ok, texts.labels[lblLegal]}) EXPECT_FALSE(text.empty());
     for (const int resolution : {96, 144, 192}) {
         SCOPED_TRACE(resolution);
         Letters letters(resolution / 16);

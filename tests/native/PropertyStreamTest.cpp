@@ -157,6 +157,18 @@ TEST(PropertyStream, RefusesDoubledKeysEmptyKeysAndBadValues) {
     EXPECT_THROW(DecodeProperties(infinite, MakeHeadlessFont), HostError);
 }
 
+TEST(PropertyStream, RefusesFontStylesThatThereAreNot) {
+    MemoryBag bag;
+    bag.Put(u"Font", headless::MakeFont(u"Tahoma"));
+    Bytes stream = EncodeProperties(bag);
+    stream.back() = std::byte{7};
+    const MemoryBag decoded = Decode(stream);
+    const auto& font = std::get<FontPtr>(decoded.Entries().front().second);
+    EXPECT_TRUE(font->Traits().italic && font->Traits().underline && font->Traits().strikethrough);
+    stream.back() = std::byte{8};
+    EXPECT_THROW(Decode(stream), HostError);
+}
+
 TEST(PropertyStream, MakesNoFontBeforeTheWholeStreamHasProvedSound) {
     Bytes records = RecordsOf(FullBag());
     records.push_back(std::byte{1});
