@@ -13,6 +13,8 @@ WindowHooks& WindowHooks::Get() noexcept {
 
 void WindowHooks::Add(HWND window, NativeWindow& owner, WNDPROC procedure) {
     const auto native = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC));
+    // Without it the window could not even end: everything that it holds would stay.
+    if (!native) throw comkit::ComError(comkit::LastErrorResult());
     {
         const std::lock_guard guard(m_lock);
         m_hooks.insert_or_assign(window, Hook{&owner, native});
