@@ -53,23 +53,25 @@ inline std::wstring InHive(const std::wstring& key) {
     return std::wstring(ClassesPath) + L"\\" + key;
 }
 
-inline bool IsEmptyKey(HKEY key) noexcept {
+inline bool IsEmptyKey(HKEY key) {
     DWORD keys = 0;
     DWORD values = 0;
-    const LSTATUS status = RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
-                                            nullptr, nullptr, nullptr);
-    return status == ERROR_SUCCESS && keys == 0 && values == 0;
+    ThrowIfRegistryFailed(RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &keys, nullptr, nullptr, &values, nullptr,
+                                           nullptr, nullptr, nullptr));
+    return keys == 0 && values == 0;
 }
 
 /// Deletes a key and the keys above it, up to the first that still holds something; the root of all classes is the
 /// last that may go.
-inline void DeleteWhileEmpty(HKEY hive, std::wstring path) noexcept {
+inline void DeleteWhileEmpty(HKEY hive, std::wstring path) {
     while (path.size() >= std::wstring_view(ClassesPath).size()) {
         UniqueRegKey key;
-        if (RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ, key.Put()) == ERROR_SUCCESS) {
+        const LSTATUS opened = RegOpenKeyExW(hive, path.c_str(), 0, KEY_READ, key.Put());
+        if (opened != ERROR_FILE_NOT_FOUND) {
+            ThrowIfRegistryFailed(opened);
             if (!IsEmptyKey(key.Get())) return;
             key.Reset();
-            if (RegDeleteKeyW(hive, path.c_str()) != ERROR_SUCCESS) return;
+            ThrowIfRegistryFailed(RegDeleteKeyW(hive, path.c_str()));
         }
         const std::size_t cut = path.rfind(L'\\');
         path.resize(cut == std::wstring::npos ? 0 : cut);
