@@ -53,6 +53,9 @@ inline void DeleteGdiBitmap(HBITMAP bitmap) noexcept {
 inline void DeleteGdiPen(HPEN pen) noexcept {
     DeleteObject(pen);
 }
+inline void DeleteGdiRegion(HRGN region) noexcept {
+    DeleteObject(region);
+}
 inline void DeleteMemoryDc(HDC dc) noexcept {
     DeleteDC(dc);
 }
@@ -70,6 +73,7 @@ using UniqueBrush = UniqueHandle<HBRUSH, &detail::DeleteGdiBrush>;
 using UniqueFont = UniqueHandle<HFONT, &detail::DeleteGdiFont>;
 using UniqueBitmap = UniqueHandle<HBITMAP, &detail::DeleteGdiBitmap>;
 using UniquePen = UniqueHandle<HPEN, &detail::DeleteGdiPen>;
+using UniqueRegion = UniqueHandle<HRGN, &detail::DeleteGdiRegion>;
 using UniqueMemoryDc = UniqueHandle<HDC, &detail::DeleteMemoryDc>;
 using UniqueKernelHandle = UniqueHandle<HANDLE, &detail::CloseKernelHandle>;
 using UniqueModule = UniqueHandle<HMODULE, &detail::FreeLoadedModule>;

@@ -199,8 +199,9 @@ void Activation::ClipWindow(HWND window, const RECT& clip) noexcept {
     // A region costs a round trip to the system and a repaint: a window that needs none is left alone.
     if (!clips && !m_bClipped) return;
     OffsetRect(&visible, -m_position.left, -m_position.top);
-    // The window owns the region from here on.
-    SetWindowRgn(window, clips ? CreateRectRgnIndirect(&visible) : nullptr, TRUE);
+    comkit::UniqueRegion region(clips ? CreateRectRgnIndirect(&visible) : nullptr);
+    if ((clips && !region) || !SetWindowRgn(window, region.Get(), TRUE)) return;
+    region.Detach();  // the window owns it from here on
     m_bClipped = clips;
 }
 
