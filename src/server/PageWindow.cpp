@@ -103,18 +103,29 @@ PageWindow::PageWindow(PropertyPage& page, IUnknown& owner, HWND parent) : m_pag
     m_window.Reset(CreateDialogIndirectParamW(win32::ModuleInstance(), dialog.Get(), parent, &Procedure,
                                               reinterpret_cast<LPARAM>(this)));
     if (!m_window) throw comkit::ComError(comkit::LastErrorResult());
+    if (!m_failure) return;
+    Leave();
+    std::rethrow_exception(m_failure);
 }
 
 PageWindow::~PageWindow() {
-    // What the window says while it goes is for nobody any more.
+    Leave();
+}
+
+// What the window says while it goes is for nobody any more.
+void PageWindow::Leave() const noexcept {
     if (m_window) SetWindowLongPtrW(m_window.Get(), DWLP_USER, 0);
 }
 
 INT_PTR CALLBACK PageWindow::Procedure(HWND window, UINT id, WPARAM wParam, LPARAM lParam) noexcept {
     try {
         if (id == WM_INITDIALOG) {
-            SetWindowLongPtrW(window, DWLP_USER, lParam);
-            reinterpret_cast<PageWindow*>(lParam)->OnInit(window);
+            auto* const self = reinterpret_cast<PageWindow*>(lParam);
+            try {
+                self->OnInit(window);
+            } catch (...) {
+                self->m_failure = std::current_exception();
+            }
             return FALSE;  // the frame decides who gets the focus
         }
         PageWindow* const self = SelfOf(window);
@@ -128,6 +139,9 @@ INT_PTR CALLBACK PageWindow::Procedure(HWND window, UINT id, WPARAM wParam, LPAR
 
 void PageWindow::OnInit(HWND window) {
     m_dialog = window;
+    SetLastError(ERROR_SUCCESS);
+    SetWindowLongPtrW(window, DWLP_USER, reinterpret_cast<LONG_PTR>(this));
+    if (SelfOf(window) != this) throw comkit::ComError(comkit::LastErrorResult());
     for (std::size_t i = 0; i < m_page.Fields().size(); ++i) {
         const PageField& field = m_page.Fields()[i];
         const HWND control = ControlOf(field);

@@ -9,6 +9,7 @@
 #include <unknwn.h>
 
 #include <cstddef>
+#include <exception>
 
 #include "comkit/Handle.h"
 #include "pages/PropertyPage.h"
@@ -18,7 +19,7 @@ namespace kiv::server {
 class PageWindow final {
 public:
     /// Hidden at first. owner keeps the page alive while the user's doings are handed on; both outlive the window.
-    /// Throws comkit::ComError.
+    /// Throws comkit::ComError, and what keeps a field from being shown.
     PageWindow(PropertyPage& page, IUnknown& owner, HWND parent);
     PageWindow(const PageWindow&) = delete;
     PageWindow& operator=(const PageWindow&) = delete;
@@ -39,6 +40,7 @@ private:
     static LRESULT CALLBACK BoxProcedure(HWND box, UINT id, WPARAM wParam, LPARAM lParam, UINT_PTR index,
                                          DWORD_PTR self) noexcept;
     void OnInit(HWND window);
+    void Leave() const noexcept;
     void OnNotify(std::size_t index, WORD code);
     /// A character for a text box of numbers; 0 where it is swallowed.
     WPARAM Filter(std::size_t index, WPARAM character);
@@ -53,8 +55,9 @@ private:
     PropertyPage& m_page;
     IUnknown& m_owner;
     comkit::UniqueWindow m_window;
-    HWND m_dialog = nullptr;  ///< known while the window is still being made
-    bool m_bShowing = false;  ///< what the fields notify is our own doing
+    HWND m_dialog = nullptr;       ///< known while the window is still being made
+    bool m_bShowing = false;       ///< what the fields notify is our own doing
+    std::exception_ptr m_failure;  ///< while the window was being made
 };
 
 }  // namespace kiv::server
