@@ -51,8 +51,6 @@ void Give(void* memory) noexcept {
 
 // NOLINTBEGIN(bugprone-reserved-identifier): the library's names for them
 extern "C" {
-void* __cxa_allocate_exception(std::size_t size) noexcept;
-void __cxa_free_exception(void* exception) noexcept;
 void* __cxa_allocate_dependent_exception() noexcept;
 void __cxa_free_dependent_exception(void* exception) noexcept;
 
