@@ -4,11 +4,47 @@
 
 #include <map>
 #include <memory>
+#include <mutex>
 #include <utility>
+
+#include "comkit/SlimLock.h"
 
 namespace kiv::win32 {
 
 namespace {
+
+class MessageTimer;
+
+/// Timers without a window are found by their identifier, and only by the thread that started them. A tick that was
+/// posted before its timer stopped finds nothing. No variable of a thread's own: that would keep the module loaded for
+/// as long as any thread that ever had a timer.
+class Running {
+public:
+    static Running& Get() noexcept {
+        static Running running;
+        return running;
+    }
+    void Add(UINT_PTR id, MessageTimer& timer) {
+        const std::lock_guard guard(m_lock);
+        m_timers.insert_or_assign(Key(id), &timer);
+    }
+    void Remove(UINT_PTR id) noexcept {
+        const std::lock_guard guard(m_lock);
+        m_timers.erase(Key(id));
+    }
+    MessageTimer* Find(UINT_PTR id) const noexcept {
+        const std::lock_guard guard(m_lock);
+        const auto found = m_timers.find(Key(id));
+        return found == m_timers.end() ? nullptr : found->second;
+    }
+
+private:
+    Running() = default;
+    static std::pair<DWORD, UINT_PTR> Key(UINT_PTR id) noexcept { return {GetCurrentThreadId(), id}; }
+
+    mutable comkit::SlimLock m_lock;
+    std::map<std::pair<DWORD, UINT_PTR>, MessageTimer*> m_timers;
+};
 
 class MessageTimer final : public Timer {
 public:
@@ -23,26 +59,30 @@ public:
     void SetEnabled(bool enabled) override {
         if (enabled == IsEnabled()) return;
         if (enabled) {
-            m_id = SetTimer(nullptr, 0, m_lMilliseconds, &OnTimer);
-            if (m_id) Running().emplace(m_id, this);
+            Start();
         } else {
-            Running().erase(m_id);
+            Running::Get().Remove(m_id);
             KillTimer(nullptr, std::exchange(m_id, 0));
         }
     }
 
 private:
-    // Timers without a window are found by their identifier, and only by the thread that started them. A tick that was
-    // posted before its timer stopped finds nothing.
-    static std::map<UINT_PTR, MessageTimer*>& Running() {
-        static thread_local std::map<UINT_PTR, MessageTimer*> running;
-        return running;
+    void Start() {
+        const UINT_PTR id = SetTimer(nullptr, 0, m_lMilliseconds, &OnTimer);
+        if (!id) return;
+        try {
+            Running::Get().Add(id, *this);
+        } catch (...) {
+            KillTimer(nullptr, id);
+            throw;
+        }
+        m_id = id;
     }
 
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR id, DWORD) noexcept {
-        const auto found = Running().find(id);
-        if (found == Running().end()) return;
-        const std::shared_ptr<std::function<void()>> tick = found->second->m_pTick;
+        MessageTimer* const timer = Running::Get().Find(id);
+        if (!timer) return;
+        const std::shared_ptr<std::function<void()>> tick = timer->m_pTick;
         try {
             (*tick)();
         } catch (...) {
