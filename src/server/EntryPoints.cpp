@@ -7,6 +7,7 @@
 #include "comkit/ComObject.h"
 #include "server/Boundary.h"
 #include "server/Classes.h"
+#include "server/ExceptionState.h"
 #include "server/Module.h"
 #include "server/RegistryEntries.h"
 
@@ -27,7 +28,8 @@ HRESULT Unregister(comkit::RegistrationScope scope) noexcept {
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {
         Module::Attach(instance);
-        DisableThreadLibraryCalls(instance);
+    } else if (reason == DLL_THREAD_DETACH) {
+        ForgetExceptionsOfThread();
     } else if (reason == DLL_PROCESS_DETACH && processEnds) {
         Module::AbandonCaches();
     }
