@@ -23,10 +23,18 @@ HRESULT Unregister(comkit::RegistrationScope scope) noexcept {
     return AtBoundary([scope] { comkit::UnregisterEntries(scope, ServerEntries(Module::FileName()), ServerKeys()); });
 }
 
+/// The library takes memory for the lock of all function-local variables when the first of them is made, and crashes
+/// without. Where there is none now, the module is not loaded.
+void MakeLockOfLocals() noexcept {
+    static const volatile DWORD loaded = GetCurrentThreadId();
+    static_cast<void>(loaded);
+}
+
 }  // namespace
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {
+        MakeLockOfLocals();
         Module::Attach(instance);
     } else if (reason == DLL_THREAD_DETACH) {
         ForgetExceptionsOfThread();
