@@ -22,17 +22,24 @@ BOOL CALLBACK CountWindow(HWND, LPARAM count) {
 
 }  // namespace
 
-FaultServer::FaultServer(bool isFresh) {
-    const std::wstring& file = Server::Get().File();
+FaultServer::FaultServer(bool isFresh) : m_file(Server::Get().File()) {
     if (isFresh) {
-        const std::wstring copy = file.substr(0, file.find_last_of(L'\\') + 1) + L"KivDateTimeFresh.ocx";
-        if (GetFileAttributesW(copy.c_str()) == INVALID_FILE_ATTRIBUTES) CopyFileW(file.c_str(), copy.c_str(), FALSE);
-        m_copy.Reset(LoadLibraryW(copy.c_str()));
-        EXPECT_TRUE(m_copy) << "no copy of the server";
+        const std::wstring copy = m_file.substr(0, m_file.find_last_of(L'\\') + 1) + L"KivDateTimeFresh.ocx";
+        EXPECT_TRUE(CopyFileW(m_file.c_str(), copy.c_str(), FALSE)) << "no copy of the server";
+        m_file = copy;
+        m_copy.Reset(LoadLibraryW(m_file.c_str()));
     }
-    m_module = m_copy ? m_copy.Get() : GetModuleHandleW(file.c_str());
+    m_module = GetModuleHandleW(m_file.c_str());
     Find(m_module, "DllGetClassObject", m_getClassObject);
     Find(m_module, "DllCanUnloadNow", m_canUnload);
+}
+
+FaultServer::~FaultServer() {
+    if (!m_copy) return;
+    m_copy.Reset();
+    EXPECT_EQ(nullptr, GetModuleHandleW(m_file.c_str())) << "the copy stays, and the next one is none in which nothing "
+                                                            "has happened";
+    DeleteFileW(m_file.c_str());
 }
 
 HRESULT FaultServer::Create(REFCLSID clsid, REFIID iid, void** out) const {

@@ -19,12 +19,16 @@ namespace component {
 class FaultServer {
 public:
     explicit FaultServer(bool isFresh);
+    FaultServer(const FaultServer&) = delete;
+    FaultServer& operator=(const FaultServer&) = delete;
+    ~FaultServer();
 
     HMODULE Module() const noexcept { return m_module; }
     HRESULT Create(REFCLSID clsid, REFIID iid, void** out) const;
     HRESULT CanUnload() const { return m_canUnload(); }
 
 private:
+    std::wstring m_file;
     comkit::UniqueModule m_copy;
     HMODULE m_module;
     HRESULT(STDAPICALLTYPE* m_getClassObject)(REFCLSID, REFIID, void**);

@@ -207,29 +207,30 @@ inline constexpr ImportsLeftAlone LeftAlone[] = {
      "GlobalFree GlobalUnlock KillTimer RegCloseKey ReleaseCapture ReleaseDC RemoveWindowSubclass RestoreDC "
      "SysFreeString UnregisterClassW VariantClear free"},
     {"cannot fail with arguments that are right, or tells no failure apart from an answer",
-     "CharLowerW CharUpperBuffW CharUpperW DisableThreadLibraryCalls EnableWindow EnumChildWindows EqualRect GdiFlush "
-     "GetActiveWindow GetCapture GetDeviceCaps GetDoubleClickTime GetFocus GetKeyState GetLastError GetLocalTime "
-     "GetMessageTime GetNextDlgTabItem GetParent GetSysColor GetSystemMetrics GetTickCount64 GetWindow "
-     "GetWindowThreadProcessId IntersectRect IsChild IsRectEmpty IsWindow IsWindowEnabled IsWindowVisible "
-     "MonitorFromWindow MulDiv NotifyWinEvent OffsetRect PtInRect SafeArrayGetDim SafeArrayGetElemsize SetCapture "
-     "SetLastError ShowWindow SubtractRect SysStringLen VariantInit lstrcmpiW"},
+     "CharLowerW CharUpperBuffW CharUpperW EnableWindow EnumChildWindows EqualRect GdiFlush GetActiveWindow "
+     "GetCapture GetDeviceCaps GetDoubleClickTime GetFocus GetKeyState GetLastError GetLocalTime GetMessageTime "
+     "GetNextDlgTabItem GetParent GetSysColor GetSystemMetrics GetTickCount64 GetWindow GetWindowThreadProcessId "
+     "IntersectRect IsChild IsRectEmpty IsWindow IsWindowEnabled IsWindowVisible MonitorFromWindow MulDiv "
+     "NotifyWinEvent OffsetRect PtInRect SafeArrayGetDim SafeArrayGetElemsize SetCapture SetLastError ShowWindow "
+     "SubtractRect SysStringLen VariantInit lstrcmpiW"},
     {"hands messages on: the answer is whatever the other side says",
      "CallWindowProcW DefSubclassProc DefWindowProcW IsDialogMessageW SendMessageW"},
     {"called by the compiler's libraries alone, for threads, exceptions and messages of their own",
      "AcquireSRWLockExclusive AddVectoredExceptionHandler CreateEventA CreateSemaphoreA DuplicateHandle "
      "EnterCriticalSection GetCurrentProcess GetCurrentProcessId GetCurrentThread GetCurrentThreadId "
-     "GetHandleInformation GetModuleHandleExW GetProcessAffinityMask GetSystemTimeAsFileTime GetThreadContext "
+     "GetHandleInformation GetModuleHandleA GetProcessAffinityMask GetSystemTimeAsFileTime GetThreadContext "
      "GetThreadPriority InitializeCriticalSection IsDBCSLeadByteEx IsDebuggerPresent LeaveCriticalSection "
-     "MultiByteToWideChar OpenProcess OutputDebugStringA RaiseException ReleaseSRWLockExclusive ReleaseSemaphore "
-     "RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext RtlLookupFunctionEntry RtlUnwindEx "
-     "RtlVirtualUnwind SetEvent SetProcessAffinityMask SetThreadContext SetThreadPriority Sleep SuspendThread "
-     "TlsAlloc TlsGetValue TlsSetValue TryEnterCriticalSection VirtualProtect VirtualQuery WaitForMultipleObjects "
-     "WaitForSingleObject WideCharToMultiByte __C_specific_handler"},
+     "LoadLibraryA MultiByteToWideChar OpenProcess OutputDebugStringA RaiseException ReleaseSRWLockExclusive "
+     "ReleaseSemaphore RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext "
+     "RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind SetEvent SetProcessAffinityMask SetThreadContext "
+     "SetThreadPriority Sleep SuspendThread TlsAlloc TlsGetValue TlsSetValue TryEnterCriticalSection "
+     "VirtualProtect VirtualQuery WaitForMultipleObjects WaitForSingleObject WideCharToMultiByte "
+     "__C_specific_handler"},
     {"the C library, without what allocates",
-     "___lc_codepage_func ___mb_cur_max_func __iob_func _amsg_exit _beginthreadex _close _endthreadex _errno "
-     "_initterm _lock _read _setjmp _ultoa _unlock _wcsicmp abort exit fprintf fputc fputwc fwprintf fwrite "
-     "localeconv longjmp memchr memcmp memcpy memmove memset printf signal strcmp strerror strlen strncmp towupper "
-     "vfprintf wcslen"},
+     "___lc_codepage_func ___mb_cur_max_func __iob_func __mb_cur_max _amsg_exit _beginthreadex _close _endthreadex "
+     "_errno _initterm _iob _lock _read _setjmp _setjmp3 _ultoa _unlock _wcsicmp abort atoi exit fprintf fputc "
+     "fputwc fwprintf fwrite localeconv longjmp memchr memcmp memcpy memmove memset printf setlocale signal strchr "
+     "strcmp strerror strlen strncmp towupper vfprintf wcslen"},
 };
 
 }  // namespace component
