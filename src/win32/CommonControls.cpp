@@ -9,11 +9,11 @@
 namespace kiv::win32 {
 
 void RegisterDateClasses() {
-    static const bool registered = [] {
+    [[maybe_unused]] static const bool registered = [] {
         const INITCOMMONCONTROLSEX classes{sizeof classes, ICC_DATE_CLASSES | ICC_UPDOWN_CLASS};
-        return InitCommonControlsEx(&classes) != FALSE;
+        if (!InitCommonControlsEx(&classes)) throw comkit::ComError(E_FAIL);
+        return true;
     }();
-    if (!registered) throw comkit::ComError(E_FAIL);
 }
 
 }  // namespace kiv::win32

@@ -35,10 +35,16 @@ LOGFONTW DescribeFont(const FontTraits& traits, int dpi) {
 
 constexpr std::size_t LongestRemembered = 64;
 
+HDC MakeMeasuringDc() {
+    const HDC dc = CreateCompatibleDC(nullptr);
+    if (!dc) throw std::bad_alloc();
+    return dc;
+}
+
 SIZE MeasureWith(HFONT font, std::wstring_view text) {
     // One device context for all, made once: asking the system for the screen's costs more than the measuring.
     static comkit::SlimLock lock;
-    static const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
+    static const comkit::UniqueMemoryDc dc(MakeMeasuringDc());
     const std::lock_guard guard(lock);
     const comkit::GdiSelection selection(dc.Get(), font);
     SIZE size{};

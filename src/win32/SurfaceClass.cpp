@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "comkit/Errors.h"
 #include "win32/ModuleInstance.h"
 
 namespace kiv::win32 {
@@ -13,7 +14,7 @@ constexpr const wchar_t* ClassName = L"KivDateTimeSurface";
 /// Windows does not remove a module's classes by itself.
 class Registration {
 public:
-    Registration() noexcept {
+    Registration() {
         WNDCLASSEXW description{};
         description.cbSize = sizeof description;
         description.style = CS_DBLCLKS;
@@ -21,7 +22,7 @@ public:
         description.hInstance = ModuleInstance();
         description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
         description.lpszClassName = ClassName;
-        RegisterClassExW(&description);
+        if (!RegisterClassExW(&description)) throw comkit::ComError(comkit::LastErrorResult());
     }
     Registration(const Registration&) = delete;
     Registration& operator=(const Registration&) = delete;
@@ -30,7 +31,7 @@ public:
 
 }  // namespace
 
-const wchar_t* SurfaceClass::Name() noexcept {
+const wchar_t* SurfaceClass::Name() {
     static const Registration registration;
     return ClassName;
 }

@@ -1,5 +1,7 @@
 #include "win32/SystemAnswers.h"
 
+#include <atomic>
+
 #include "comkit/Handle.h"
 
 namespace kiv::win32 {
@@ -22,11 +24,12 @@ int SystemDpiOf(HWND window) noexcept {
         if (const UINT dpi = getDpiForWindow(window)) return static_cast<int>(dpi);
     }
     // It stays for as long as the process runs.
-    static const int screenDpi = [] {
+    static std::atomic<int> screenDpi = 0;
+    if (screenDpi <= 0) {
         const comkit::WindowDc screen(nullptr);
-        return GetDeviceCaps(screen.Get(), LOGPIXELSX);
-    }();
-    return screenDpi > 0 ? screenDpi : USER_DEFAULT_SCREEN_DPI;
+        screenDpi = GetDeviceCaps(screen.Get(), LOGPIXELSX);
+    }
+    return screenDpi > 0 ? screenDpi.load() : USER_DEFAULT_SCREEN_DPI;
 }
 
 bool SystemIsHighContrast() noexcept {
