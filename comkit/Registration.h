@@ -204,7 +204,7 @@ inline void UnregisterEntries(RegistrationScope scope, const std::vector<Registr
 
 inline std::wstring GuidText(REFGUID guid) {
     wchar_t text[39];
-    StringFromGUID2(guid, text, static_cast<int>(std::size(text)));
+    if (!StringFromGUID2(guid, text, static_cast<int>(std::size(text)))) throw ComError(E_FAIL);
     return text;
 }
 
