@@ -150,7 +150,6 @@ inline constexpr std::tuple FaultPoints{
     System<decltype(&StretchBlt)>("StretchBlt"),
     System<decltype(&StretchDIBits)>("StretchDIBits"),
     // resources, modules, names and times
-    System<decltype(&CompareStringOrdinal)>("CompareStringOrdinal"),
     System<decltype(&FindResourceW)>("FindResourceW"),
     System<decltype(&GetDateFormatW)>("GetDateFormatW"),
     System<decltype(&GetLocaleInfoW)>("GetLocaleInfoW"),
@@ -207,8 +206,9 @@ inline constexpr ImportsLeftAlone LeftAlone[] = {
      "GlobalFree GlobalUnlock KillTimer RegCloseKey ReleaseCapture ReleaseDC RemoveWindowSubclass RestoreDC "
      "SysFreeString UnregisterClassW VariantClear free"},
     {"cannot fail with arguments that are right, or tells no failure apart from an answer",
-     "CharLowerW CharUpperBuffW CharUpperW EnableWindow EnumChildWindows EqualRect GdiFlush GetActiveWindow "
-     "GetCapture GetDeviceCaps GetDoubleClickTime GetFocus GetKeyState GetLastError GetLocalTime GetMessageTime "
+     "CharLowerW CharUpperBuffW CharUpperW CompareStringOrdinal EnableWindow EnumChildWindows EqualRect GdiFlush "
+     "GetActiveWindow GetCapture GetDeviceCaps GetDoubleClickTime GetFocus GetKeyState GetLastError GetLocalTime "
+     "GetMessageTime "
      "GetNextDlgTabItem GetParent GetSysColor GetSystemMetrics GetTickCount64 GetWindow GetWindowThreadProcessId "
      "IntersectRect IsChild IsRectEmpty IsWindow IsWindowEnabled IsWindowVisible MonitorFromWindow MulDiv "
      "NotifyWinEvent OffsetRect PtInRect SafeArrayGetDim SafeArrayGetElemsize SetCapture SetLastError ShowWindow "
