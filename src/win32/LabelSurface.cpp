@@ -53,7 +53,8 @@ public:
     RECT OwnArea() const noexcept { return PixelEdges({0, 0, m_size.width, m_size.height}, m_dpi); }
     void InvalidateAll() { Invalidate({0, 0, m_size.width, m_size.height}); }
     void DrawAt(HDC dc, POINT origin) const;
-    bool ShowHelpFor(const HELPINFO& help) const;
+    /// For the parameter of WM_HELP, which any program may send without a structure, too.
+    bool ShowHelpFor(LPARAM lParam) const;
     /// Colours or other settings of the system are other ones.
     void TakeSettings(UINT id);
     std::optional<LRESULT> HandleInput(UINT id, WPARAM wParam, LPARAM lParam);
@@ -283,7 +284,7 @@ LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& messa
                 return AnswerLabelAccess(message.wParam, weak_from_this());
             break;
         case WM_HELP:
-            if (ShowHelpFor(*reinterpret_cast<const HELPINFO*>(message.lParam))) return TRUE;
+            if (ShowHelpFor(message.lParam)) return TRUE;
             break;
         case DpiChangedAfterParent:
             UseDpi(DpiOf(message.window));
@@ -361,7 +362,9 @@ void LabelSurface::Impl::TellMouse(const MouseInput& input) {
 }
 
 /// For a label that was pointed at, be it enabled or not.
-bool LabelSurface::Impl::ShowHelpFor(const HELPINFO& help) const {
+bool LabelSurface::Impl::ShowHelpFor(LPARAM lParam) const {
+    if (!lParam) return false;
+    const auto& help = *reinterpret_cast<const HELPINFO*>(lParam);
     if (help.iContextType != HELPINFO_WINDOW || GetKeyState(VK_F1) < 0) return false;
     const HWND window = Window() ? Window() : m_container;
     POINT position = help.MousePos;
@@ -485,7 +488,7 @@ std::optional<LRESULT> LabelSurface::OnWindowMessage(UINT id, WPARAM wParam, LPA
     const auto held = m_pImpl;
     if (!held->m_bActive || held->Window()) return std::nullopt;
     if (id == WM_SYSCOLORCHANGE || id == WM_SETTINGCHANGE) held->TakeSettings(id);
-    if (id == WM_HELP && held->ShowHelpFor(*reinterpret_cast<const HELPINFO*>(lParam))) return TRUE;
+    if (id == WM_HELP && held->ShowHelpFor(lParam)) return TRUE;
     if (IsMouseMessage(id)) {
         const POINTS at = MAKEPOINTS(lParam);
         lParam = MAKELPARAM(at.x - held->m_place.left, at.y - held->m_place.top);

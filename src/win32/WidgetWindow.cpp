@@ -34,7 +34,10 @@ LRESULT WidgetWindow::OnMessage(NativeWindow& native, const Message& original) {
     if (IsParent()) {
         if (const auto result = HandToChild(original)) return *result;
     }
-    if (original.id == WM_HELP && AnswersHelp(*reinterpret_cast<const HELPINFO*>(original.lParam))) return TRUE;
+    if (original.id == WM_HELP) {
+        const auto* const help = reinterpret_cast<const HELPINFO*>(original.lParam);
+        if (help && AnswersHelp(*help)) return TRUE;
+    }
     if (const auto result = HandleInstead(original)) return *result;
 
     Message message = original;
@@ -52,7 +55,8 @@ std::optional<LRESULT> WidgetWindow::HandToChild(const Message& message) {
     HWND about = nullptr;
     switch (message.id) {
         case WM_NOTIFY:
-            about = reinterpret_cast<const NMHDR*>(message.lParam)->hwndFrom;
+            // Any program may send it, and without the structure, too.
+            if (const auto* const header = reinterpret_cast<const NMHDR*>(message.lParam)) about = header->hwndFrom;
             break;
         case WM_COMMAND:
         case WM_CTLCOLORBTN:

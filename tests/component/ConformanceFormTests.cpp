@@ -396,6 +396,18 @@ TEST_P(EveryForm, ADeadUserInterfaceTakesNoInput) {
     EXPECT_EQ(L"True", TextOf(L"Enabled")) << "it is not the control's own state";
 }
 
+TEST_P(EveryForm, MessagesWithoutTheirStructureAreIgnored) {
+    Place(true);
+    ASSERT_EQ(S_OK, DoVerb(OLEIVERB_INPLACEACTIVATE));
+    for (const UINT id : {UINT{WM_NOTIFY}, UINT{WM_HELP}}) {
+        LRESULT result = 0;
+        if (Window()) SendMessageW(Window(), id, 0, 0);
+        if (GetParam().windowless) As<IOleInPlaceObjectWindowless>()->OnWindowMessage(id, 0, 0, &result);
+    }
+    Put(L"Caption", u"alive");
+    EXPECT_EQ(L"alive", TextOf(L"Caption"));
+}
+
 INSTANTIATE_TEST_SUITE_P(Of, EveryForm,
                          testing::Values(Form{"TheSetControl", &SetClass, false},
                                          Form{"TheShowControlInAWindow", &ShowClass, false},
