@@ -119,7 +119,7 @@ std::string RandomUser::Recent() const {
     return text;
 }
 
-void RandomUser::Pump() {
+void RandomUser::Pump() const {
     MSG message{};
     // Some windows always have another message for themselves.
     for (int i = 0; i < 100 && PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE); ++i) {

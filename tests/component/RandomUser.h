@@ -46,7 +46,7 @@ public:
     /// One event at one of the windows in root, or at the control without a window if that is null.
     void Act(HWND host, HWND root);
     /// As a container's message loop does.
-    void Pump();
+    void Pump() const;
     /// The latest events, for a message about what failed.
     std::string Recent() const;
 

@@ -45,6 +45,8 @@ public:
     DISPID refuses = DISPID_UNKNOWN;
     /// Called for each change; what it returns is what the control gets.
     std::function<HRESULT(DISPID)> onChanged;
+    /// Called for each question; what it returns is the answer.
+    std::function<HRESULT(DISPID)> onRequested;
 
     HRESULT STDMETHODCALLTYPE OnChanged(DISPID id) override {
         changed.push_back(id);
@@ -52,6 +54,7 @@ public:
     }
     HRESULT STDMETHODCALLTYPE OnRequestEdit(DISPID id) override {
         requested.push_back(id);
+        if (onRequested) return onRequested(id);
         return id == refuses ? S_FALSE : S_OK;
     }
 };
