@@ -39,6 +39,9 @@ TEST(AboutLayout, StandsInGroupsBetweenItsLinesAtEveryResolution) {
         EXPECT_EQ(labels[lblCompany2].y, labels[lblCompany0].y);
         EXPECT_GT(box.ok.y, Bottom(labels[lblCompany0]));
         EXPECT_GT(box.height, Bottom(box.ok));
+        EXPECT_GT(box.icon.x, 0);
+        EXPECT_EQ(box.icon.width, 32 * resolution / 96);
+        EXPECT_EQ(box.icon.height, box.icon.width);
         EXPECT_GE(labels[lblProductName].x, box.icon.x + box.icon.width);
         for (const DialogRect& label : labels) EXPECT_LT(label.x + label.width, box.width);
         for (const DialogRect& line : box.lines) EXPECT_EQ(line.x + line.width, box.ok.x + box.ok.width);

@@ -99,6 +99,16 @@ TEST_F(SetControlPropertiesTest, TheTimeFieldIsHeldToItsMinimumAndAskingForLessI
     EXPECT_EQ(control->TimeWidth(), std::numeric_limits<std::int32_t>::max());
 }
 
+TEST_F(SetControlPropertiesTest, WiderScrollBarsOfTheSystemTakeAWiderTimeField) {
+    LoadInDesigner();
+    headless::HeadlessPlatform wide;
+    wide.container.userMode = false;
+    wide.surface.scrollBarWidth += 100;
+    SetControl other(wide.Platform(), host);
+    other.ReadProperties(MemoryBag());
+    EXPECT_GT(wide.surface.Find<headless::HeadlessTimeField>(u"dtpTimeSP").Bounds().width, Time().Bounds().width);
+}
+
 TEST_F(SetControlPropertiesTest, ModeShowDSTAndShowSecondsCannotBeSetAtRunTimeNotEvenToTheirOwnValue) {
     Load();
     for (const std::int32_t mode : {0, 1, 9}) EXPECT_EQ(ErrorOf([&] { control->SetMode(mode); }), 382);

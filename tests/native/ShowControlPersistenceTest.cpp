@@ -255,5 +255,30 @@ TEST_F(ShowControlPersistenceTest, WhileLoadingBadValuesBecomeDefaultsWithoutAnE
     EXPECT_EQ(SavedKeys(), Keys{u"Font"});
 }
 
+TEST_F(ShowControlPersistenceTest, TheTextAskedForDuringALoadFollowsWhatWasReadSoFar) {
+    class AskingBag final : public PropertyBag {
+    public:
+        AskingBag(ShowControl& control, MemoryBag bag) : m_control(control), m_bag(std::move(bag)) {}
+        mutable std::vector<std::u16string> seen;
+
+    private:
+        Value Read(std::u16string_view key, const Value& fallback) const override {
+            seen.push_back(m_control.Value());
+            return m_bag.Read(key, fallback);
+        }
+        void Write(std::u16string_view, const Value&, const Value*) override {}
+
+        ShowControl& m_control;
+        MemoryBag m_bag;
+    };
+    Load();
+    const std::u16string before = control->Value();
+    const AskingBag bag(*control, OtherBag());
+    control->ReadProperties(bag);
+    ASSERT_NE(control->Value(), before);
+    EXPECT_EQ(bag.seen.front(), before);
+    EXPECT_EQ(bag.seen.back(), control->Value());
+}
+
 }  // namespace
 }  // namespace kiv
