@@ -45,7 +45,11 @@ key_units() {
     local file object command contents
     (cd "$build/$1" && ninja -t deps) | awk -v root="$root/" '
         /^[^ ].*: #deps/ { object = $1; sub(/:$/, "", object) }
-        /^    / { if (index($1, root) == 1) print object "\t" $1 }' >"$work/deps"
+        /^    / {
+            # Compiler caches may have them relative to the build folder.
+            sub(/^\.\.\/\.\.\//, root, $1)
+            if (index($1, root) == 1) print object "\t" $1
+        }' >"$work/deps"
     cut -f 2 "$work/deps" | sort -u | tr '\n' '\0' | xargs -0 -r sha256sum 2>/dev/null >"$work/hashes" || true
     awk -F '\t' '
         FILENAME == ARGV[1] { hash[substr($0, 67)] = substr($0, 1, 64); next }
