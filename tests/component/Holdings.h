@@ -42,16 +42,17 @@ inline long KernelHandles() {
     return handles;
 }
 
+inline BOOL CALLBACK CountOwnWindow(HWND window, LPARAM sum) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    *reinterpret_cast<long*>(sum) += process == GetCurrentProcessId();
+    return TRUE;
+}
+
 /// Of this process, at whatever depth.
 inline long Windows() {
     long windows = 0;
-    const auto count = [](HWND window, LPARAM sum) -> BOOL {
-        DWORD process = 0;
-        GetWindowThreadProcessId(window, &process);
-        *reinterpret_cast<long*>(sum) += process == GetCurrentProcessId();
-        return TRUE;
-    };
-    EnumChildWindows(GetDesktopWindow(), count, reinterpret_cast<LPARAM>(&windows));
+    EnumChildWindows(GetDesktopWindow(), &CountOwnWindow, reinterpret_cast<LPARAM>(&windows));
     return windows;
 }
 
