@@ -213,13 +213,13 @@ protected:
             writes += Text(comkit::Call(*device, L"LogLine", i).Get()).rfind(L"write value", 0) == 0;
         return writes;
     }
+    static BOOL CALLBACK CountOne(HWND, LPARAM count) {
+        ++*reinterpret_cast<long*>(count);
+        return TRUE;
+    }
     long CountChildren() const {
         long count = 0;
-        const auto add = [](HWND, LPARAM param) -> BOOL {
-            ++*reinterpret_cast<long*>(param);
-            return TRUE;
-        };
-        if (Window()) EnumChildWindows(Window(), add, reinterpret_cast<LPARAM>(&count));
+        if (Window()) EnumChildWindows(Window(), &CountOne, reinterpret_cast<LPARAM>(&count));
         return count;
     }
     void Check() {
