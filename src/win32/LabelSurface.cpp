@@ -1,16 +1,10 @@
 #include "win32/LabelSurface.h"
 
 #include <algorithm>
-#include <vector>
 
-#include "comkit/Bstr.h"
 #include "comkit/Handle.h"
-#include "win32/ApplicationHelpFile.h"
 #include "win32/Dpi.h"
-#include "win32/DrawnLabel.h"
-#include "win32/GdiFont.h"
-#include "win32/InputMessages.h"
-#include "win32/NativeWindow.h"
+#include "win32/LabelSurfaceImpl.h"
 #include "win32/PaintScope.h"
 #include "win32/ShownColors.h"
 #include "win32/SurfaceClass.h"
@@ -26,88 +20,6 @@ Size SizeOf(const SIZE& pixels, int dpi) noexcept {
 }
 
 }  // namespace
-
-class LabelSurface::Impl final : public DrawnLabel::Owner,
-                                 public NativeWindow::Owner,
-                                 public LabelAccessSource,
-                                 public std::enable_shared_from_this<LabelSurface::Impl> {
-public:
-    Impl(LabelSurface& surface, WindowlessSite& site) : m_pSurface(&surface), m_pSite(&site), m_dpi(DpiOf(nullptr)) {}
-    ~Impl() { Close(); }
-
-    void Detach() noexcept {
-        m_pListener = nullptr;
-        Close();
-        m_pSite = nullptr;
-        m_pSurface = nullptr;
-    }
-
-    void Open(HWND parent, const RECT& pixels, bool windowless);
-    void Close() noexcept;
-    HWND Window() const noexcept { return m_pNative ? m_pNative->Handle() : nullptr; }
-    void UseDpi(int dpi);
-    void MoveTo(const RECT& pixels);
-    void TakePixelRect(const RECT& pixels);
-    void TakeSize(const Size& size);
-    void SetOwnSize(const Size& size);
-    RECT OwnArea() const noexcept { return PixelEdges({0, 0, m_size.width, m_size.height}, m_dpi); }
-    void InvalidateAll() { Invalidate({0, 0, m_size.width, m_size.height}); }
-    void DrawAt(HDC dc, POINT origin) const;
-    /// For the parameter of WM_HELP, which any program may send without a structure, too.
-    bool ShowHelpFor(LPARAM lParam) const;
-    /// Colours or other settings of the system are other ones.
-    void TakeSettings(UINT id);
-    std::optional<LRESULT> HandleInput(UINT id, WPARAM wParam, LPARAM lParam);
-
-    // DrawnLabel::Owner
-    void Invalidate(const Rect& bounds) override;
-    int ResolutionForLabels() const noexcept override { return m_dpi; }
-    void Forget(const DrawnLabel& label) noexcept override {
-        std::erase(m_labels, &label);
-        if (m_pPressed == &label) m_pPressed = nullptr;
-    }
-
-    void OnCaptionChanged(const DrawnLabel& label) override;
-
-    // NativeWindow::Owner
-    LRESULT OnMessage(NativeWindow& native, const Message& message) override;
-
-    // LabelAccessSource
-    std::vector<Facts> LabelsForAccess() const override;
-    Place PlaceForAccess() const noexcept override;
-
-    LabelSurface* m_pSurface;
-    WindowlessSite* m_pSite;
-    WidgetListener* m_pListener = nullptr;
-    Size m_size;
-    int m_dpi;
-    RECT m_place{};
-    bool m_bActive = false;
-    bool m_bEnabled = true;
-    bool m_bVisible = true;
-    OleColor m_back = SystemColor::ButtonFace;
-    OleColor m_fore = SystemColor::ButtonText;
-    FontPtr m_pFont;
-    GdiFontPtr m_pGdiFont;  ///< for measuring, in this resolution; made when it is needed
-    std::vector<DrawnLabel*> m_labels;
-
-private:
-    bool DrawAtOnce(const DrawnLabel& label);
-    bool IsOverlapped(const DrawnLabel& label) const noexcept;
-    void TellNameChanged(const DrawnLabel& label) const noexcept;
-    void TellMouse(const MouseInput& input);
-    std::optional<LRESULT> TellKey(UINT id, WPARAM wParam);
-    Widget& SourceAt(POINT position) noexcept;
-    bool IsPresent(const Widget* source) const noexcept;
-    void Capture(bool wanted);
-
-    std::shared_ptr<NativeWindow> m_pNative;
-    HWND m_container = nullptr;    ///< where it lives while it has no window of its own
-    Widget* m_pPressed = nullptr;  ///< where the left button went down: it gets the mouse until the button is up again
-    bool m_bSecondPress = false;
-    bool m_bSwallowCharacter = false;
-    bool m_bCaptured = false;
-};
 
 void LabelSurface::Impl::Open(HWND parent, const RECT& pixels, bool windowless) {
     if (m_bActive) return;
@@ -296,111 +208,9 @@ LRESULT LabelSurface::Impl::OnMessage(NativeWindow& native, const Message& messa
     return native.IsLive() ? native.CallNative(message) : 0;
 }
 
-std::optional<LRESULT> LabelSurface::Impl::HandleInput(UINT id, WPARAM wParam, LPARAM lParam) {
-    if (id == WM_CAPTURECHANGED || id == WM_CANCELMODE) {
-        m_pPressed = nullptr;
-        m_bCaptured = false;
-        return std::nullopt;
-    }
-    if (IsKeyMessage(id) || id == WM_CHAR) return TellKey(id, wParam);
-    if (!IsMouseMessage(id) || !m_bEnabled) return std::nullopt;
-    // The second press of a double click is no further click when it ends.
-    if (id == WM_LBUTTONDOWN || id == WM_LBUTTONDBLCLK) m_bSecondPress = id == WM_LBUTTONDBLCLK;
-    TellMouse(ReadMouseMessage({Window(), id, wParam, lParam}));
-    return 0;
-}
-
-// There is nothing here that would use a key: it is told, and the default handling has it unless a handler took it
-// away.
-std::optional<LRESULT> LabelSurface::Impl::TellKey(UINT id, WPARAM wParam) {
-    const bool down = id == WM_KEYDOWN || id == WM_SYSKEYDOWN;
-    if (down) m_bSwallowCharacter = false;
-    if (id == WM_CHAR && m_bSwallowCharacter) return 0;
-    if (!m_pSurface || !m_pListener || !m_bEnabled) return std::nullopt;
-    const auto held = shared_from_this();
-    auto code = static_cast<std::int16_t>(wParam);
-    if (down) {
-        m_pListener->OnKeyDown(*m_pSurface, code, ShiftState());
-        // The key's character is on its way already.
-        m_bSwallowCharacter = code == 0;
-    } else if (id == WM_CHAR) {
-        m_pListener->OnKeyPress(*m_pSurface, code);
-    } else {
-        m_pListener->OnKeyUp(*m_pSurface, code, ShiftState());
-    }
-    return code == 0 ? std::optional<LRESULT>(0) : std::nullopt;
-}
-
 void LabelSurface::Impl::TakeSettings(UINT id) {
     InvalidateAll();
     if (id == WM_SETTINGCHANGE && m_pSite) m_pSite->OnSettingsChanged();
-}
-
-void LabelSurface::Impl::TellMouse(const MouseInput& input) {
-    const auto held = shared_from_this();
-    const bool left = input.button == 1;
-    if (input.action == MouseAction::Down && m_pSite) m_pSite->OnMouseActivate();
-    if (!m_pSurface || !m_pListener) return;
-    Widget& source = m_pPressed ? *m_pPressed : SourceAt(input.position);
-    const Rect bounds = &source == m_pSurface ? Rect{} : source.Bounds();
-    const MouseArgs args{input.button,
-                         input.shift,
-                         {TwipsFromPixels(input.position.x, m_dpi) - bounds.left,
-                          TwipsFromPixels(input.position.y, m_dpi) - bounds.top}};
-    const bool isClick = input.action == MouseAction::Up && left && !m_bSecondPress && m_pPressed == &source &&
-                         &SourceAt(input.position) == &source;
-    const bool isDoubleClick = input.action == MouseAction::Down && left && m_bSecondPress;
-    if (left && input.action != MouseAction::Move) {
-        m_pPressed = input.action == MouseAction::Down ? &source : nullptr;
-        Capture(m_pPressed != nullptr);
-        if (!m_pListener || !IsPresent(&source)) return;
-    }
-    m_pListener->OnMouse(source, input.action, args);
-    if (!m_pListener || !IsPresent(&source)) return;
-    if (isClick) m_pListener->OnClick(source);
-    if (isDoubleClick) m_pListener->OnDblClick(source);
-}
-
-/// For a label that was pointed at, be it enabled or not.
-bool LabelSurface::Impl::ShowHelpFor(LPARAM lParam) const {
-    if (!lParam) return false;
-    const auto& help = *reinterpret_cast<const HELPINFO*>(lParam);
-    if (help.iContextType != HELPINFO_WINDOW || GetKeyState(VK_F1) < 0) return false;
-    const HWND window = Window() ? Window() : m_container;
-    POINT position = help.MousePos;
-    ScreenToClient(window, &position);
-    if (!Window()) position = {position.x - m_place.left, position.y - m_place.top};
-    for (const DrawnLabel* const label : m_labels) {
-        const RECT area = label->PixelRect();
-        if (!label->IsVisible() || !PtInRect(&area, position)) continue;
-        return ApplicationHelpFile::Show({window, label->Help().whatsThisID, true});
-    }
-    return false;
-}
-
-Widget& LabelSurface::Impl::SourceAt(POINT position) noexcept {
-    for (DrawnLabel* const label : m_labels) {
-        const RECT area = label->PixelRect();
-        if (label->IsVisible() && label->IsEnabled() && PtInRect(&area, position)) return *label;
-    }
-    return *m_pSurface;
-}
-
-bool LabelSurface::Impl::IsPresent(const Widget* source) const noexcept {
-    return m_pSurface && (source == m_pSurface || std::ranges::find(m_labels, source) != m_labels.end());
-}
-
-void LabelSurface::Impl::Capture(bool wanted) {
-    m_bCaptured = wanted;
-    if (const HWND window = Window()) {
-        if (wanted) {
-            SetCapture(window);
-        } else if (GetCapture() == window) {
-            ReleaseCapture();
-        }
-    } else if (m_pSite) {
-        m_pSite->OnCapture(wanted);
-    }
 }
 
 LabelSurface::LabelSurface(WindowlessSite& site) : m_pImpl(std::make_shared<Impl>(*this, site)) {}
