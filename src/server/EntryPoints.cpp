@@ -30,11 +30,24 @@ void MakeLockOfLocals() noexcept {
     static_cast<void>(loaded);
 }
 
+/// The same with what it sets up for the first exception. Where the system itself unwinds the stack, in 64 bits, there
+/// is nothing of that kind.
+void SetUpUnwinding() noexcept {
+    if constexpr (sizeof(void*) == 4) {
+        try {
+            throw 0;
+        } catch (int) {
+            return;
+        }
+    }
+}
+
 }  // namespace
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {
         MakeLockOfLocals();
+        SetUpUnwinding();
         Module::Attach(instance);
     } else if (reason == DLL_THREAD_DETACH) {
         ForgetExceptionsOfThread();
