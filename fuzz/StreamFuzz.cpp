@@ -1,7 +1,7 @@
 // Reads whatever bytes come as a property stream, without a control.
 //
-// Beyond not crashing: what cannot be read is refused with the one error that there is for it; what can is written, read
-// and written again with the same bytes; and records that end too early are refused.
+// Beyond not crashing: what cannot be read is refused with the one error that there is for it; what can is written,
+// read and written again with the same bytes; and records that end too early are refused.
 #include <cstddef>
 #include <cstdint>
 #include <span>

@@ -81,7 +81,9 @@ public:
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR, VARIANT*) override { return E_NOTIMPL; }
 
 private:
-    static HRESULT Hand(VARIANT* value, const Variant& from) { return VariantCopy(value, const_cast<VARIANT*>(&from.Get())); }
+    static HRESULT Hand(VARIANT* value, const Variant& from) {
+        return VariantCopy(value, const_cast<VARIANT*>(&from.Get()));
+    }
     std::uint64_t Number(int size) {
         std::uint64_t number = 0;
         for (; size > 0; --size) {
