@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "win32/Dpi.h"
 #include "win32/DrawnLabel.h"
 #include "win32/GdiFont.h"
 #include "win32/InputMessages.h"

@@ -10,6 +10,7 @@
 #include "FaultUsers.h"
 #include "Holdings.h"
 #include "InstalledSimulator.h"
+#include "ModalEnder.h"
 #include "tests/Effort.h"
 
 namespace component {
@@ -129,7 +130,7 @@ protected:
     }
 
     void TryAll(FaultKind kind) {
-        const DialogCloser closer;
+        const ModalEnder boxes;
         std::optional<InstalledSimulator> simulator;
         if (GetParam().needs == FaultScenario::Framework) simulator.emplace();
         g_trying = std::string(GetParam().name) + ": without a failure";

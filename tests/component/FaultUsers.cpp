@@ -2,40 +2,12 @@
 
 #include <oleacc.h>
 
+#include "ModalEnder.h"
+
 namespace component {
 
 using comkit::ComPtr;
 using comkit::Variant;
-
-namespace {
-
-long g_closed = 0;
-
-BOOL CALLBACK CloseDialog(HWND window, LPARAM) {
-    wchar_t name[16] = L"";
-    GetClassNameW(window, name, 16);
-    if (std::wstring_view(name) != L"#32770") return TRUE;
-    ++g_closed;
-    PostMessageW(window, WM_COMMAND, IDOK, 0);
-    PostMessageW(window, WM_COMMAND, IDCANCEL, 0);
-    return TRUE;
-}
-
-void CALLBACK CloseDialogs(HWND, UINT, UINT_PTR, DWORD) {
-    EnumThreadWindows(GetCurrentThreadId(), &CloseDialog, 0);
-}
-
-}  // namespace
-
-DialogCloser::DialogCloser() : m_timer(SetTimer(nullptr, 0, 10, &CloseDialogs)) {}
-
-DialogCloser::~DialogCloser() {
-    KillTimer(nullptr, m_timer);
-}
-
-long DialogCloser::Closed() noexcept {
-    return g_closed;
-}
 
 /// Every property is read, and written where it is no object, with what was read.
 void UseEveryProperty(FaultRig& rig) {
@@ -213,10 +185,10 @@ void UsePages(FaultRig& rig) {
 }
 
 void ShowAboutBoxes(FaultRig& rig) {
-    const long before = DialogCloser::Closed();
+    const long before = ModalEnder::Ended();
     for (TriedControl* const control : rig.Controls())
         rig.Note("ShowAboutBox", Invoke(*control->As<IDispatch>(), L"ShowAboutBox", DISPATCH_METHOD));
-    rig.seen = DialogCloser::Closed() - before;
+    rig.seen = ModalEnder::Ended() - before;
 }
 
 namespace {

@@ -15,17 +15,4 @@ void UsePages(FaultRig& rig);
 void ShowAboutBoxes(FaultRig& rig);
 void RegisterForUser(FaultRig& rig);
 
-/// Closes every dialog of this thread that stays for longer than a moment.
-class DialogCloser {
-public:
-    DialogCloser();
-    DialogCloser(const DialogCloser&) = delete;
-    DialogCloser& operator=(const DialogCloser&) = delete;
-    ~DialogCloser();
-    static long Closed() noexcept;
-
-private:
-    UINT_PTR m_timer;
-};
-
 }  // namespace component

@@ -1,15 +1,19 @@
 #include "ModalEnder.h"
 
-#include <string>
+#include <string_view>
 
 namespace component {
 
 namespace {
 
+long g_ended = 0;
+
 BOOL CALLBACK EndBox(HWND window, LPARAM) {
     wchar_t name[16] = L"";
     GetClassNameW(window, name, 16);
-    if (std::wstring(name) == L"#32770") PostMessageW(window, WM_CLOSE, 0, 0);
+    if (std::wstring_view(name) != L"#32770") return TRUE;
+    ++g_ended;
+    PostMessageW(window, WM_CLOSE, 0, 0);
     return TRUE;
 }
 
@@ -19,6 +23,10 @@ ModalEnder::ModalEnder() : m_timer(SetTimer(nullptr, 0, USER_TIMER_MINIMUM, &OnT
 
 ModalEnder::~ModalEnder() {
     KillTimer(nullptr, m_timer);
+}
+
+long ModalEnder::Ended() noexcept {
+    return g_ended;
 }
 
 void ModalEnder::OnTimer(HWND, UINT, UINT_PTR, DWORD) {

@@ -12,6 +12,8 @@ public:
     ModalEnder(const ModalEnder&) = delete;
     ModalEnder& operator=(const ModalEnder&) = delete;
     ~ModalEnder();
+    /// Boxes so far, in this process.
+    static long Ended() noexcept;
 
 private:
     static void CALLBACK OnTimer(HWND, UINT, UINT_PTR, DWORD);
