@@ -9,6 +9,7 @@
 #include "comkit/Bstr.h"
 #include "comkit/ComPtr.h"
 #include "comkit/Errors.h"
+#include "comkit/WindowNumber.h"
 #include "win32/DialogTemplate.h"
 #include "win32/EditText.h"
 #include "win32/ModuleInstance.h"
@@ -270,7 +271,8 @@ bool PageWindow::LeavesWithTab(bool back) const noexcept {
     const HWND first = GetNextDlgTabItem(m_dialog, nullptr, FALSE);
     const HWND next = GetNextDlgTabItem(m_dialog, focus, back);
     // Going round means to come to the first on the way forward, and from it on the way back.
-    return back ? focus == first || next == focus : next == first;
+    using comkit::IsSameWindow;
+    return back ? IsSameWindow(focus, first) || IsSameWindow(next, focus) : IsSameWindow(next, first);
 }
 
 bool PageWindow::IsListOpen() const noexcept {

@@ -3,6 +3,7 @@
 #include <mutex>
 
 #include "comkit/Errors.h"
+#include "comkit/WindowNumber.h"
 
 namespace kiv::win32 {
 
@@ -17,12 +18,12 @@ void WindowHooks::Add(HWND window, NativeWindow& owner, WNDPROC procedure) {
     if (!native) throw comkit::ComError(comkit::LastErrorResult());
     {
         const std::lock_guard guard(m_lock);
-        m_hooks.insert_or_assign(window, Hook{&owner, native});
+        m_hooks.insert_or_assign(comkit::WindowNumber(window), Hook{&owner, native});
     }
     if (SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure))) return;
     const HRESULT reason = comkit::LastErrorResult();
     const std::lock_guard guard(m_lock);
-    m_hooks.erase(window);
+    m_hooks.erase(comkit::WindowNumber(window));
     throw comkit::ComError(reason);
 }
 
@@ -32,12 +33,12 @@ void WindowHooks::Remove(HWND window, WNDPROC procedure) noexcept {
     if (reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC)) == procedure)
         SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(hook.native));
     const std::lock_guard guard(m_lock);
-    m_hooks.erase(window);
+    m_hooks.erase(comkit::WindowNumber(window));
 }
 
 WindowHooks::Hook WindowHooks::Find(HWND window) const noexcept {
     const std::lock_guard guard(m_lock);
-    const auto found = m_hooks.find(window);
+    const auto found = m_hooks.find(comkit::WindowNumber(window));
     return found == m_hooks.end() ? Hook{} : found->second;
 }
 

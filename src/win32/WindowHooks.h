@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <cstdint>
 #include <unordered_map>
 
 #include "comkit/SlimLock.h"
@@ -32,7 +33,7 @@ private:
     WindowHooks() = default;
 
     mutable comkit::SlimLock m_lock;  ///< controls may live in several apartments
-    std::unordered_map<HWND, Hook> m_hooks;
+    std::unordered_map<std::uint32_t, Hook> m_hooks;  ///< by comkit::WindowNumber
 };
 
 }  // namespace kiv::win32

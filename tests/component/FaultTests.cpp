@@ -45,7 +45,8 @@ void TellAbort(int) {
 }
 
 struct Totals {
-    long points = 0;
+    long points = 0;  ///< at which something failed
+    long possible = 0;
     long failures = 0;
     long scenarios = 0;
 };
@@ -58,8 +59,8 @@ protected:
         std::signal(SIGABRT, &TellAbort);
     }
     static void EndSuite(const char* what) {
-        std::printf("%ld %s failed in %ld scenarios, %ld calls in all\n", totals.points, what, totals.scenarios,
-                    totals.failures);
+        std::printf("%ld of %ld %s failed in %ld scenarios, %ld calls in all\n", totals.points, totals.possible, what,
+                    totals.scenarios, totals.failures);
         SetUnhandledExceptionFilter(formerFilter);
         std::signal(SIGABRT, SIG_DFL);
     }
@@ -143,11 +144,15 @@ protected:
         const std::vector<FaultPlan> plans = Plans(kind);
         const auto all = static_cast<long>(plans.size());
         // Each load of a module takes an index of thread-local storage that the compiler's thread library never gives
-        // back, and a process has about a thousand.
+        // back, and a process has about a thousand. Another turn, in another process, tries the neighbours.
         const long most = GetParam().needs == FaultScenario::FreshServer ? 400 : all;
         const long wanted = std::min({all, most, kiv::Effort(4)});
-        for (long i = 0; i < wanted; ++i) Try(plans[static_cast<std::size_t>(i * all / wanted)]);
+        for (long i = 0; i < wanted; ++i) {
+            const long at = i * all / wanted + kiv::Turn();
+            if (at < (i + 1) * all / wanted) Try(plans[static_cast<std::size_t>(at)]);
+        }
         totals.scenarios += wanted > 0;
+        totals.possible += all;
     }
 
     static Totals totals;

@@ -5,9 +5,11 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
 
 #include "platform/HostError.h"
 #include "win32/OleFont.h"
+#include "win32/WindowHooks.h"
 #include "win32_SurfaceFixture.h"
 
 namespace kiv::win32::test {
@@ -101,6 +103,16 @@ TEST_F(StateTest, WhatTheUserDidOutlivesTheWindows) {
         EXPECT_EQ(parts->useSystem->Value(), 1);
         Activate();
     }
+}
+
+// The system may fill the upper half of a handle as it likes: GetWindow of Wine 8 does it in another way than the rest.
+TEST_F(StateTest, AWindowIsKnownByTheSignificantBitsOfItsHandle) {
+    Activate();
+    const auto bits = reinterpret_cast<std::uintptr_t>(TimeWindow());
+    const auto filled = static_cast<std::uintptr_t>(bits | 0xFFFFFFFF00000000u);
+    EXPECT_TRUE(WindowHooks::Get().Find(TimeWindow()).owner);
+    EXPECT_EQ(WindowHooks::Get().Find(TimeWindow()).owner,
+              WindowHooks::Get().Find(reinterpret_cast<HWND>(filled)).owner);
 }
 
 TEST_F(StateTest, AHostThatDestroysTheWindowsItselfLosesNothing) {
