@@ -32,7 +32,7 @@ public:
 private:
     WindowHooks() = default;
 
-    mutable comkit::SlimLock m_lock;  ///< controls may live in several apartments
+    mutable comkit::SlimLock m_lock;                  ///< controls may live in several apartments
     std::unordered_map<std::uint32_t, Hook> m_hooks;  ///< by comkit::WindowNumber
 };
 
