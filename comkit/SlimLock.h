@@ -16,6 +16,10 @@ public:
     // The names that std::lock_guard asks for.
     void lock() noexcept { AcquireSRWLockExclusive(&m_lock); }
     void unlock() noexcept { ReleaseSRWLockExclusive(&m_lock); }
+    /// For whoever holds it: lets others in until they wake the condition's waiters.
+    void WaitFor(CONDITION_VARIABLE& condition) noexcept {
+        SleepConditionVariableSRW(&condition, &m_lock, INFINITE, 0);
+    }
 
 private:
     SRWLOCK m_lock = SRWLOCK_INIT;

@@ -30,20 +30,34 @@ read_results() {
         END { print announced + 0, ok + 0, bad + 0, skip + 0, (current != ""), current }'
 }
 
-# What a suite's result depends on besides its own program: files and folders.
-suite_reads=()
+# What the result of a suite or check depends on besides its own program: files and folders.
+reads=()
 
-# suite_key COMMAND...: changes when the result of the suite may: with its program and what it reads, the command, these
-# scripts, the sanitizers' options, the system's packages, and every day, because there are clocks and calendars in it.
-suite_key() {
-    local program=${*: -1}
+# key_of PROGRAM COMMAND...: changes when the result may: with the program and what it reads, the command, these scripts,
+# the sanitizers' options, the share of the tests, the system's packages, and every day, because there are clocks and
+# calendars in it.
+key_of() {
+    local program=$1
+    shift
     {
         date +%F
-        printf '%s\n' "$@" "${ASAN_OPTIONS-}" "${UBSAN_OPTIONS-}"
-        find "$program" "${suite_reads[@]}" "$root"/scripts/{suites,wine}.sh -type f -print0 | sort -z |
-            xargs -0 sha256sum
+        printf '%s\n' "$@" "${ASAN_OPTIONS-}" "${UBSAN_OPTIONS-}" "${KIV_SHARE-}"
+        find "$program" "${reads[@]}" "$root"/scripts/{lib,suites,wine}.sh -type f -print0 | sort -z | xargs -0 sha256sum
         stat -c %Y /var/lib/dpkg/status || true
     } 2>&1 | sha256sum
+}
+
+# not_again MARK KEY: whether what left the mark passed with the same key, and need not run again. What passed and what was
+# skipped then is in earlier_passed and earlier_skipped.
+not_again() {
+    local key
+    [[ $again == no && -f $1 ]] && { read -r earlier_passed earlier_skipped && read -r key; } <"$1" && [[ $key == "$2" ]]
+}
+mark_of() { echo "$build/passed/${1//[^A-Za-z0-9._-]/-}"; }
+# leave_mark MARK KEY PASSED SKIPPED
+leave_mark() {
+    mkdir -p "${1%/*}"
+    printf '%s\n' "$3 $4" "$2" >"$1"
 }
 
 # run_suite LABEL COMMAND... PROGRAM: runs a GoogleTest program. Every test that it announced is counted; one that hangs
@@ -53,13 +67,13 @@ run_suite() {
     local label=$1 file status=0 announced ok bad skip unfinished current lost how key mark
     shift
     file=$logs/test-${label//[^a-z0-9]/-}.log
-    mark=$build/passed/${label//[^A-Za-z0-9._-]/-}
-    key=$(suite_key "$@")
-    if [[ $again == no && -f $mark ]] && { read -r ok skip && read -r how; } <"$mark" && [[ $how == "$key" ]]; then
+    mark=$(mark_of "$label")
+    key=$(key_of "${*: -1}" "$@")
+    if not_again "$mark" "$key"; then
         step "Not run again: $label"
-        unchanged=$((unchanged + ok))
-        count_skip "$skip"
-        say "    unchanged since its $ok tests passed$( ((skip > 0)) && echo ", $skip skipped")"
+        unchanged=$((unchanged + earlier_passed))
+        count_skip "$earlier_skipped"
+        say "    unchanged since its $earlier_passed tests passed$( ((earlier_skipped > 0)) && echo ", $earlier_skipped skipped")"
         return 0
     fi
     rm -f "$mark"
@@ -88,8 +102,7 @@ run_suite() {
         count_failure "$label ended with status $status after $ok of $announced tests"
     fi
     if ((ok > 0 && status == 0 && bad + unfinished + lost == 0)); then
-        mkdir -p "${mark%/*}"
-        printf '%s\n' "$ok $skip" "$key" >"$mark"
+        leave_mark "$mark" "$key" "$ok" "$skip"
     fi
     say "    $ok of $announced passed$( ((skip > 0)) && echo ", $skip skipped")   [$(elapsed)]"
 }
@@ -108,6 +121,63 @@ run_check() {
         tail -n 60 "$file" | sed 's/^/    /'
         count_failure "$label"
     fi
+}
+
+# run_kept_check LABEL PROGRAM COMMAND...: the same, not again while the program, what it reads and the command are those
+# with which it was right.
+run_kept_check() {
+    local label=$1 mark key failed_before=$failed
+    mark=$(mark_of "$label")
+    key=$(key_of "$2" "${@:3}")
+    if not_again "$mark" "$key"; then
+        step "Not checked again: $label"
+        unchanged=$((unchanged + 1))
+        return 0
+    fi
+    rm -f "$mark"
+    run_check "$label" "${@:3}"
+    if ((failed == failed_before)); then
+        leave_mark "$mark" "$key" 1 0
+    fi
+}
+
+# run_lanes FUNCTION...: side by side, the name of its lane before every line of each. What they count is counted as if
+# they had run one after the other.
+run_lanes() {
+    local lane groups=() i=0
+    for lane in "$@"; do
+        rm -f "$build/.lane-$lane"
+        start_group serve_lane "$lane"
+        groups+=("$group")
+    done
+    for lane in "$@"; do
+        wait_group "${groups[i++]}" || true
+        take_counts "$lane" || count_failure "the lane $lane ended before its end"
+    done
+}
+serve_lane() {
+    local writer
+    watch_exit
+    passed=0 failed=0 skipped=0 unchanged=0 failures=()
+    exec 7>&1 > >(exec sed -u "s/^/${1//_/ }: /" 7>&-)
+    writer=$!
+    "$1" 7>&-
+    printf '%s\n' "$passed $failed $skipped $unchanged" "${failures[@]}" >"$build/.lane-$1"
+    exec >&7 7>&-
+    wait "$writer"
+}
+take_counts() {
+    local file=$build/.lane-$1 more=() failure
+    [[ -f $file ]] || return 1
+    {
+        read -ra more
+        while read -r failure; do
+            [[ -z $failure ]] || failures+=("$failure")
+        done
+    } <"$file"
+    passed=$((passed + more[0])) failed=$((failed + more[1]))
+    skipped=$((skipped + more[2])) unchanged=$((unchanged + more[3]))
+    rm -f "$file"
 }
 
 # How many tests stand in the sources: for those that cannot even be built here.

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "comkit/Bstr.h"
+#include "comkit/DecimalText.h"
 #include "comkit/Dispatch.h"
 #include "comkit/Errors.h"
 #include "comkit/Variant.h"
@@ -26,7 +27,7 @@ namespace {
 using Kind = PropertyType::Kind;
 
 std::wstring DisplayText(const PropertyType::NamedValue& entry) {
-    return std::to_wstring(entry.value) + L" - " + entry.name;
+    return comkit::DecimalText(entry.value) + L" - " + entry.name;
 }
 
 LONG CurrentNumber(IUnknown& object, DISPID property) {

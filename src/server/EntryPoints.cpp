@@ -23,31 +23,10 @@ HRESULT Unregister(comkit::RegistrationScope scope) noexcept {
     return AtBoundary([scope] { comkit::UnregisterEntries(scope, ServerEntries(Module::FileName()), ServerKeys()); });
 }
 
-/// The library takes memory for the lock of all function-local variables when the first of them is made, and crashes
-/// without. Where there is none now, the module is not loaded.
-void MakeLockOfLocals() noexcept {
-    static const volatile DWORD loaded = GetCurrentThreadId();
-    static_cast<void>(loaded);
-}
-
-/// The same with what it sets up for the first exception. Where the system itself unwinds the stack, in 64 bits, there
-/// is nothing of that kind.
-void SetUpUnwinding() noexcept {
-    if constexpr (sizeof(void*) == 4) {
-        try {
-            throw 0;
-        } catch (int) {
-            return;
-        }
-    }
-}
-
 }  // namespace
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, LPVOID processEnds) {
     if (reason == DLL_PROCESS_ATTACH) {
-        MakeLockOfLocals();
-        SetUpUnwinding();
         Module::Attach(instance);
     } else if (reason == DLL_THREAD_DETACH) {
         ForgetExceptionsOfThread();

@@ -4,6 +4,7 @@
 #include <utility>
 #include <vector>
 
+#include "comkit/DecimalText.h"
 #include "comkit/Errors.h"
 #include "comkit/Registration.h"
 #include "comkit/SlimLock.h"
@@ -43,7 +44,7 @@ Caches& OpenCaches() {
         const std::wstring file = Module::FileName();
         caches->library = LoadLibraryFrom(file);
         // A type library that is not the first one is asked for by its resource's number.
-        caches->frameworkLibrary = LoadLibraryFrom(file + L"\\" + std::to_wstring(TypeLibraryFramework));
+        caches->frameworkLibrary = LoadLibraryFrom(file + L"\\" + comkit::DecimalText(TypeLibraryFramework));
         g_caches = std::move(caches);
     }
     return *g_caches;

@@ -5,6 +5,7 @@
 
 #include <oleauto.h>
 
+#include "comkit/DecimalText.h"
 #include "server/Classes.h"
 #include "server/PageClasses.h"
 
@@ -65,9 +66,9 @@ void AddClass(EntryList& list, const ControlClass& c, const std::wstring& file) 
     list.Add(key + L"\\TypeLib", comkit::GuidText(LIBID_KivDateTime));
     list.Add(key + L"\\Version", Version);
     list.Add(key + L"\\MiscStatus", L"0");
-    list.Add(key + L"\\MiscStatus\\1", std::to_wstring(c.miscStatus));
+    list.Add(key + L"\\MiscStatus\\1", comkit::DecimalText(c.miscStatus));
     list.Add(key + L"\\Verb\\0", L"&Edit,0,2");
-    list.Add(key + L"\\ToolboxBitmap32", file + L", " + std::to_wstring(c.toolboxBitmap));
+    list.Add(key + L"\\ToolboxBitmap32", file + L", " + comkit::DecimalText(c.toolboxBitmap));
     list.AddKey(key + L"\\Control");
     for (const wchar_t* category : Categories) list.AddKey(key + L"\\Implemented Categories\\" + category);
 

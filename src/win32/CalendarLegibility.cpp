@@ -3,9 +3,10 @@
 #include <commctrl.h>
 
 #include <array>
-#include <cwchar>
 #include <optional>
+#include <string>
 
+#include "comkit/DecimalText.h"
 #include "comkit/Handle.h"
 #include "win32/OleColors.h"
 
@@ -85,9 +86,8 @@ void DrawChosenDay(HWND calendar, HDC dc, const Grid& grid, COLORREF color) {
             hit.st.wMonth != chosen.wMonth || hit.st.wYear != chosen.wYear)
             continue;
         RECT place = hit.rc;
-        std::array<wchar_t, 8> number{};
-        std::swprintf(number.data(), number.size(), L"%d", chosen.wDay);
-        DrawTextW(dc, number.data(), -1, &place, CentredLine);
+        const std::wstring number = comkit::DecimalText(chosen.wDay);
+        DrawTextW(dc, number.c_str(), -1, &place, CentredLine);
         FrameRect(dc, &place, BrushFor(dc, color));
         return;
     }

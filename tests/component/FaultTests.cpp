@@ -143,14 +143,8 @@ protected:
         m_usual.gdiObjects = std::max(m_usual.gdiObjects, 0L);
         const std::vector<FaultPlan> plans = Plans(kind);
         const auto all = static_cast<long>(plans.size());
-        // Each load of a module takes an index of thread-local storage that the compiler's thread library never gives
-        // back, and a process has about a thousand. Another turn, in another process, tries the neighbours.
-        const long most = GetParam().needs == FaultScenario::FreshServer ? 400 : all;
-        const long wanted = std::min({all, most, kiv::Effort(4)});
-        for (long i = 0; i < wanted; ++i) {
-            const long at = i * all / wanted + kiv::Turn();
-            if (at < (i + 1) * all / wanted) Try(plans[static_cast<std::size_t>(at)]);
-        }
+        const long wanted = std::min(all, kiv::Effort(4));
+        for (long i = 0; i < wanted; ++i) Try(plans[static_cast<std::size_t>(i * all / wanted)]);
         totals.scenarios += wanted > 0;
         totals.possible += all;
     }

@@ -1,6 +1,6 @@
 // What a control leaves behind: nothing that its bare native children would not leave too.
 //
-// The standing suite runs a few hundred cycles. KIV_LEAK_CYCLES sets another number, such as 10000.
+// The standing suite runs a hundred cycles. KIV_LEAK_CYCLES sets another number, such as 10000.
 #include <Vexa.h>
 #include <windows.h>
 
@@ -21,7 +21,7 @@ using comkit::ComPtr;
 
 int Cycles() {
     const char* text = std::getenv("KIV_LEAK_CYCLES");
-    return text ? std::atoi(text) : 300;
+    return text ? std::atoi(text) : 100;
 }
 
 /// The native windows that the control consists of, with nothing round them.
@@ -49,7 +49,7 @@ protected:
     /// Prints what so many lives gained, and expects neither windows nor handles among it.
     template <class Cycle>
     static Holdings GainOf(const char* lives, int cycles, Cycle cycle) {
-        constexpr int FirstOnes = 100;
+        constexpr int FirstOnes = 50;
         for (int i = 0; i < FirstOnes; ++i) cycle();
         const long windows = Windows();
         const long handles = KernelHandles();

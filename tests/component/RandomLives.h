@@ -8,6 +8,7 @@
 
 #include "Holdings.h"
 #include "RandomUser.h"
+#include "tests/Effort.h"
 
 namespace component {
 
@@ -15,10 +16,11 @@ constexpr int EventsOfALife = 250;
 constexpr int EventsOfABatch = 25;
 constexpr long Noise = 32;  // caches of the system, which fill once
 
-/// KIV_SEED, where that is set.
+/// KIV_SEED, where that is set. Builds that share the lives have different ones.
 inline std::uint32_t Seed() {
     const char* const wanted = std::getenv("KIV_SEED");
-    return wanted ? static_cast<std::uint32_t>(std::strtoul(wanted, nullptr, 10)) : 20261122U;
+    return wanted ? static_cast<std::uint32_t>(std::strtoul(wanted, nullptr, 10))
+                  : 20261122U + static_cast<std::uint32_t>(kiv::OurShare().number);
 }
 
 /// What the second half of so many lives leaves behind.

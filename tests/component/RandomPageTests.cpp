@@ -26,11 +26,13 @@ protected:
 };
 
 TEST_F(RandomPageInput, WithoutAnyAPageThatIsFilledInAppliedAndClosedLeavesNothing) {
+    const kiv::Share share = kiv::OurShare();
     for (int number = 0; number < 8; ++number) {
+        if (!share.Has(number)) continue;
         SCOPED_TRACE(number);
         const auto which = static_cast<kiv::PageId>(number);
         const Holdings gain = Gain(
-            50,
+            20,
             [&] {
                 Open(which, {set.object.Get(), show.object.Get()});
                 for (HWND child = GetWindow(PageWindow(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "ControlFixture.h"
+#include "FaultRig.h"
 
 namespace component {
 namespace {
@@ -46,6 +47,29 @@ TEST(ClassObject, TheServerUnloadsWhenNothingOfItLives) {
     factory->LockServer(FALSE);
     factory.Reset();
     EXPECT_EQ(S_OK, server.CanUnload());
+}
+
+/// The next one of thread-local storage, of which a process has about a thousand.
+DWORD NextThreadIndex() {
+    const DWORD index = TlsAlloc();
+    TlsFree(index);
+    return index;
+}
+
+TEST(ClassObject, AServerThatWasUsedAndUnloadedLeavesNothingOfItsThreadsBehind) {
+    const auto use = [] {
+        const FaultServer server(true);
+        TriedControl control(SetClass);
+        ASSERT_EQ(S_OK, control.Make(server, true));
+        EXPECT_EQ(S_OK, control.DoVerb(OLEIVERB_UIACTIVATE));
+        EXPECT_TRUE(FAILED(control.Put(L"Mode", 99).hr)) << "by an exception inside";
+        control.Drop();
+        EXPECT_EQ(S_OK, server.CanUnload());
+    };
+    use();
+    const DWORD before = NextThreadIndex();
+    for (int i = 0; i < 3; ++i) use();
+    EXPECT_EQ(before, NextThreadIndex());
 }
 
 // --- registration ----------------------------------------------------------------------------------------------------
