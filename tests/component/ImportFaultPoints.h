@@ -215,22 +215,18 @@ inline constexpr ImportsLeftAlone LeftAlone[] = {
      "SubtractRect SysStringLen VariantInit lstrcmpiW"},
     {"hands messages on: the answer is whatever the other side says",
      "CallWindowProcW DefSubclassProc DefWindowProcW IsDialogMessageW SendMessageW"},
-    {"called by the compiler's libraries alone, for threads, exceptions and messages of their own",
-     "AcquireSRWLockExclusive AddVectoredExceptionHandler CreateEventA CreateSemaphoreA DuplicateHandle "
-     "EnterCriticalSection GetCurrentProcess GetCurrentProcessId GetCurrentThread GetCurrentThreadId "
-     "GetHandleInformation GetModuleHandleA GetProcessAffinityMask GetSystemTimeAsFileTime GetThreadContext "
-     "GetThreadPriority InitializeCriticalSection IsDBCSLeadByteEx IsDebuggerPresent LeaveCriticalSection "
-     "LoadLibraryA MultiByteToWideChar OpenProcess OutputDebugStringA RaiseException ReleaseSRWLockExclusive "
-     "ReleaseSemaphore RemoveVectoredExceptionHandler ResetEvent ResumeThread RtlCaptureContext "
-     "RtlLookupFunctionEntry RtlUnwindEx RtlVirtualUnwind SetEvent SetProcessAffinityMask SetThreadContext "
-     "SetThreadPriority Sleep SuspendThread TlsAlloc TlsGetValue TlsSetValue TryEnterCriticalSection "
-     "VirtualProtect VirtualQuery WaitForMultipleObjects WaitForSingleObject WideCharToMultiByte "
+    {"locks and waiting for each other, which cannot fail; otherwise called by the compiler's libraries alone",
+     "AcquireSRWLockExclusive CreateEventA EnterCriticalSection GetCurrentThreadId GetModuleHandleA "
+     "GetSystemTimeAsFileTime InitializeCriticalSection IsDBCSLeadByteEx LeaveCriticalSection LoadLibraryA "
+     "MultiByteToWideChar RaiseException ReleaseSRWLockExclusive RtlCaptureContext RtlLookupFunctionEntry "
+     "RtlUnwindEx RtlVirtualUnwind SetEvent Sleep SleepConditionVariableSRW TlsGetValue VirtualProtect "
+     "VirtualQuery WaitForMultipleObjects WaitForSingleObject WakeAllConditionVariable WideCharToMultiByte "
      "__C_specific_handler"},
     {"the C library, without what allocates",
-     "___lc_codepage_func ___mb_cur_max_func __iob_func __mb_cur_max _amsg_exit _beginthreadex _close _endthreadex "
-     "_errno _initterm _iob _lock _read _setjmp _setjmp3 _ultoa _unlock _wcsicmp abort atoi exit fprintf fputc "
-     "fputwc fwprintf fwrite localeconv longjmp memchr memcmp memcpy memmove memset printf setlocale signal strchr "
-     "strcmp strerror strlen strncmp towupper vfprintf wcslen"},
+     "___lc_codepage_func ___mb_cur_max_func __iob_func __mb_cur_max _amsg_exit "
+     "_errno _initterm _iob _lock _unlock _wcsicmp abort atoi exit fputc fwrite "
+     "localeconv memcmp memcpy memmove memset setlocale strchr strcmp strerror strlen strncmp towupper vfprintf "
+     "wcslen"},
 };
 
 }  // namespace component
