@@ -1,5 +1,5 @@
 // How much the tests without a natural end do: a little among the other tests, KIV_EFFORT times as much where that is
-// set, as ./reliability does. Where the tests run in two builds, KIV_SHARE lets each do one half of what both would do.
+// set, as ./reliability does. Where the tests run in two builds, KIV_SHARE lets each do a part of what both would do.
 #pragma once
 
 #include <cstdlib>
@@ -12,24 +12,32 @@ inline long Effort(long little) {
     return times > 1 ? little * times : little;
 }
 
-/// One part of so many equal ones.
+/// Some of so many equal parts of the tests.
 struct Share {
-    long number = 0;  ///< from 0
+    long first = 0;
+    long last = 0;
     long count = 1;
 
     /// Whether the cell of a matrix, or the run of a series, belongs to it.
-    bool Has(long cell) const noexcept { return cell % count == number; }
+    bool Has(long cell) const noexcept { return cell % count >= first && cell % count <= last; }
+    /// How many of so many.
+    long Of(long all) const noexcept { return all * (last - first + 1) / count; }
 };
 
-/// KIV_SHARE is "0/2" or "1/2" where another build of the same tests does the rest. With more effort, or by itself, a
-/// build does everything.
+/// KIV_SHARE is "0-2/5", say, where another build of the same tests does the other two fifths. With more effort, or by
+/// itself, a build does everything.
 inline Share OurShare() {
     const char* const text = std::getenv("KIV_SHARE");
+    if (!text || Effort(1) > 1) return {};
+    Share share;
     char* rest = nullptr;
-    const long number = text ? std::strtol(text, &rest, 10) : 0;
-    const long count = text && *rest == '/' ? std::strtol(rest + 1, nullptr, 10) : 1;
-    const bool counts = Effort(1) == 1 && number >= 0 && number < count;
-    return counts ? Share{number, count} : Share{};
+    share.first = std::strtol(text, &rest, 10);
+    if (*rest != '-') return {};
+    share.last = std::strtol(rest + 1, &rest, 10);
+    if (*rest != '/') return {};
+    share.count = std::strtol(rest + 1, nullptr, 10);
+    const bool isSome = share.first >= 0 && share.first <= share.last && share.last < share.count;
+    return isSome ? share : Share{};
 }
 
 }  // namespace kiv

@@ -105,18 +105,16 @@ protected:
     static bool Thorough() { return kiv::Effort(2) > 2; }
 
     /// Each deed on each occasion for which it is its turn; then again, counting what is left behind.
-    void Walk(const std::vector<Occasion>& occasions, std::size_t everySoManieth) {
+    void Walk(const std::vector<Occasion>& occasions, std::size_t step) {
         const std::vector<Deed> deeds = Deeds();
-        const kiv::Share share = kiv::OurShare();
-        const std::size_t step = everySoManieth * static_cast<std::size_t>(share.count);
-        const std::size_t first = everySoManieth * static_cast<std::size_t>(share.number);
         const Deed nothing{"does nothing", [] {}};
         for (std::size_t o = 0; o < occasions.size() && !HasFatalFailure(); ++o) {
             const Occasion& when = occasions[o];
             SCOPED_TRACE(testing::Message() << when.name << " (" << when.id << ")");
             const std::vector<int> plain = LiveOnce(when, nothing);
             const auto row = [&](bool checks) {
-                for (std::size_t d = FirstDeed(o + first, step); d < deeds.size(); d += step) {
+                for (std::size_t d = 0; d < deeds.size(); ++d) {
+                    if (!IsTurn(o, d, step)) continue;
                     SCOPED_TRACE(deeds[d].name);
                     const std::vector<int> heard = LiveOnce(when, deeds[d], checks ? 3 : 1);
                     if (checks) CheckCounts(when, deeds[d], plain, heard);
@@ -129,11 +127,14 @@ protected:
             // A row that gains nothing has no cell that does; otherwise each is counted by itself.
             const Holdings gain = Gain(
                 2, [&] { row(false); }, 0);
-            if (gain.heapBlocks >= 2) CheckCells(when, deeds, step, o + first);
+            if (gain.heapBlocks >= 2) CheckCells(when, deeds, step, o);
         }
     }
-    /// The next one begins one deed earlier.
-    static std::size_t FirstDeed(std::size_t row, std::size_t step) { return (step - row % step) % step; }
+    /// Every so manieth cell, and of those this build's share; from one row to the next it moves by one.
+    static bool IsTurn(std::size_t row, std::size_t deed, std::size_t step) {
+        const std::size_t cell = row + deed;
+        return cell % step == 0 && kiv::OurShare().Has(static_cast<long>(cell / step));
+    }
     static void CheckCounts(const Occasion& when, const Deed& deed, const std::vector<int>& plain,
                             const std::vector<int>& heard) {
         constexpr int Calls = 51;
@@ -147,7 +148,8 @@ protected:
     void CheckCells(const Occasion& when, const std::vector<Deed>& deeds, std::size_t step, std::size_t row) {
         // What one of them left behind would be there as often as it ran.
         constexpr int Cycles = 6;
-        for (std::size_t d = FirstDeed(row, step); d < deeds.size(); d += step) {
+        for (std::size_t d = 0; d < deeds.size(); ++d) {
+            if (!IsTurn(row, d, step)) continue;
             SCOPED_TRACE(deeds[d].name);
             const Holdings gain = Gain(
                 Cycles, [&] { LiveOnce(when, deeds[d]); }, 2);

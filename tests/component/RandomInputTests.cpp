@@ -311,7 +311,7 @@ std::string NameOf(const testing::TestParamInfo<Setting>& info) {
 INSTANTIATE_TEST_SUITE_P(, RandomInput, testing::ValuesIn(Settings), NameOf);
 
 TEST_P(RandomInput, LeavesEachControlWholeAndTheDeviceAlone) {
-    const long all = kiv::Effort(EventsInAll) / kiv::OurShare().count / EventsOfALife;
+    const long all = kiv::OurShare().Of(kiv::Effort(EventsInAll)) / EventsOfALife;
     const long settings = std::size(Settings);
     const long lives = all / settings + (static_cast<long>(GetParam().number) < all % settings);
     long calendars = 0;

@@ -20,7 +20,7 @@ constexpr long Noise = 32;  // caches of the system, which fill once
 inline std::uint32_t Seed() {
     const char* const wanted = std::getenv("KIV_SEED");
     return wanted ? static_cast<std::uint32_t>(std::strtoul(wanted, nullptr, 10))
-                  : 20261122U + static_cast<std::uint32_t>(kiv::OurShare().number);
+                  : 20261122U + static_cast<std::uint32_t>(kiv::OurShare().first);
 }
 
 /// What the second half of so many lives leaves behind.
