@@ -7,21 +7,23 @@ namespace component {
 namespace {
 
 /// Runs a command line to its end with its output in a file.
-bool RunToItsEnd(std::wstring commandLine, const std::wstring& outputFile) {
+void RunToItsEnd(std::wstring commandLine, const std::wstring& outputFile) {
     SECURITY_ATTRIBUTES inherit{sizeof(inherit), nullptr, TRUE};
     const comkit::UniqueKernelHandle output(CreateFileW(outputFile.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherit,
                                                         CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr));
+    ASSERT_NE(INVALID_HANDLE_VALUE, output.Get()) << "error " << GetLastError();
     STARTUPINFOW startup{};
     startup.cb = sizeof(startup);
     startup.dwFlags = STARTF_USESTDHANDLES;
     startup.hStdOutput = output.Get();
     startup.hStdError = output.Get();
     PROCESS_INFORMATION process{};
-    if (!CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
-        return false;
+    ASSERT_TRUE(
+        CreateProcessW(nullptr, commandLine.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr, &startup, &process))
+        << "error " << GetLastError();
     const comkit::UniqueKernelHandle main(process.hThread);
     const comkit::UniqueKernelHandle handle(process.hProcess);
-    return WaitForSingleObject(handle.Get(), 60000) == WAIT_OBJECT_0;
+    EXPECT_EQ(WAIT_OBJECT_0, WaitForSingleObject(handle.Get(), 60000));
 }
 
 std::wstring ScriptFile(const std::string& name) {
@@ -46,7 +48,7 @@ TEST_P(Script, ReadsAndSetsEveryPropertyByProgId) {
         std::wstring(L"\"") + folder + L"\\cscript.exe\" //nologo \"" + ScriptFile(GetParam()) + L"\"";
     GetTempPathW(MAX_PATH, folder);
     const std::wstring outputFile = std::wstring(folder) + L"kiv-script.txt";
-    EXPECT_TRUE(RunToItsEnd(command, outputFile));
+    RunToItsEnd(command, outputFile);
     EXPECT_EQ(S_OK, Server::Get().Unregister());
     ForgetRememberedChoice();
 
