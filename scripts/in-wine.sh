@@ -6,6 +6,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/lib.sh"
 source "$root/scripts/wine.sh"
 
 hold_lock ctest >&2
+on_processor 0
 use_wine ctest 32 >&2
 start_display
 in_wine "$@"
