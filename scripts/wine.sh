@@ -27,7 +27,18 @@ use_wine() {
     locked "wine-$1" make_prefix "$1"
 }
 
-in_wine() { "$wine" "$@" 8>&-; }
+# On a busy machine it happens that a program does not find the system's own libraries (status 53, the end of c0000135): it
+# is started once more. No program of this project ends with that status.
+in_wine() {
+    local status=0
+    "$wine" "$@" 8>&- || status=$?
+    if ((status == 53)); then
+        sleep 1
+        status=0
+        "$wine" "$@" 8>&- || status=$?
+    fi
+    return "$status"
+}
 windows_path() { printf 'Z:%s' "${1//\//\\}"; }
 
 # Ends every process of this prefix, and of no other.
