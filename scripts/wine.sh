@@ -27,7 +27,7 @@ use_wine() {
     locked "wine-$1" make_prefix "$1"
 }
 
-# On a busy machine it happens that a program does not find the system's own libraries (status 53, the end of c0000135): it
+# It was seen, on a busy machine, that a program did not find the system's own libraries (status 53, the end of c0000135): it
 # is started once more. No program of this project ends with that status.
 in_wine() {
     local status=0

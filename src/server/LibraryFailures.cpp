@@ -1,6 +1,5 @@
 // What the library calls where one of its functions was used wrongly or asked for too much. Its own versions bring
 // texts for people and all of narrow strings, their streams and random numbers with them: nearly 50 KB.
-#include <cstddef>
 #include <exception>
 #include <functional>
 #include <new>

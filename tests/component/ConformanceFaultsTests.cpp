@@ -42,7 +42,6 @@ TEST_F(ContainerFaults, ACallbackThatFailsOrHandsOutNothingLeavesThePropertiesAs
     const kiv::Share share = kiv::OurShare();
     long cell = 0;
     for (const char* callback : Callbacks) {
-        ++cell;
         for (const Way& way : ways) {
             if (!share.Has(cell++)) continue;
             SCOPED_TRACE(testing::Message()
@@ -106,7 +105,6 @@ TEST_F(ContainerFaults, ACallbackThatCallsBackIntoTheControlLeavesItWhole) {
     const kiv::Share share = kiv::OurShare();
     long cell = 0;
     for (const char* callback : Callbacks) {
-        ++cell;
         for (const Deed& deed : deeds) {
             if (!share.Has(cell++)) continue;
             SCOPED_TRACE(testing::Message() << callback << " does: " << deed.name);
