@@ -22,10 +22,14 @@ struct FontTraits {
     friend bool operator==(const FontTraits&, const FontTraits&) = default;
 };
 
+class PlatformFont;  // whatever a platform makes of it
+
 class Font {
 public:
     virtual ~Font() = default;
     virtual FontTraits Traits() const = 0;
+    /// By this a platform knows the fonts of its own make; null for those of any other.
+    virtual PlatformFont* OfPlatform() noexcept { return nullptr; }
 };
 
 using FontPtr = std::shared_ptr<Font>;

@@ -20,6 +20,8 @@ struct DataElementBinding {
     friend bool operator==(const DataElementBinding&, const DataElementBinding&) = default;
 };
 
+class PlatformObject;  // whatever a platform makes of it
+
 class DataDefinition {
 public:
     virtual ~DataDefinition() = default;
@@ -35,6 +37,8 @@ class DataElement {
 public:
     virtual ~DataElement() = default;
     virtual std::shared_ptr<DataDefinition> Definition() = 0;
+    /// By this a platform knows the elements of its own make; null for those of any other.
+    virtual PlatformObject* OfPlatform() noexcept { return nullptr; }
 };
 
 using DataElementPtr = std::shared_ptr<DataElement>;
@@ -74,6 +78,8 @@ public:
 class FrameworkObject {
 public:
     virtual ~FrameworkObject() = default;
+    /// As a data element's.
+    virtual PlatformObject* OfPlatform() noexcept { return nullptr; }
 };
 
 using FrameworkObjectPtr = std::shared_ptr<FrameworkObject>;

@@ -31,7 +31,7 @@ FontWatch::~FontWatch() {
 }
 
 void FontWatch::Watch(const FontPtr& font) {
-    const auto next = std::dynamic_pointer_cast<win32::OleFont>(font);
+    const auto next = win32::OleFontOf(font);
     if (next && !next->HasObject()) {
         if (next == m_pUnmade) return;
         Stop();

@@ -12,7 +12,8 @@ namespace kiv::win32 {
 namespace {
 
 const AccessibleSubject* SubjectOf(HWND window) noexcept {
-    return dynamic_cast<const ChildWidget*>(NativeWindow::OwnerOf(window));
+    const NativeWindow::Owner* const owner = NativeWindow::OwnerOf(window);
+    return owner ? owner->Accessible() : nullptr;
 }
 
 }  // namespace

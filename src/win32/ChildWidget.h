@@ -29,6 +29,7 @@ public:
     /// The access key of the child's caption is the given one (upper case), and it can be pressed now.
     virtual bool AnswersMnemonic(wchar_t /*key*/) const { return false; }
     virtual void Press() {}
+    const AccessibleSubject* Accessible() const noexcept override { return this; }
 
 protected:
     ChildWidget(std::shared_ptr<SurfaceContext> context, WidgetWindow& parent);
@@ -102,8 +103,6 @@ public:
     void SetFont(const FontPtr& font) override { PutFont(font); }
     WidgetHelp Help() const override { return GetHelp(); }
     void SetHelp(const WidgetHelp& help) override { PutHelp(help); }
-
-protected:
     Widget& Source() noexcept override { return *this; }
 };
 

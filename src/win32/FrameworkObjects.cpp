@@ -14,7 +14,7 @@ namespace kiv::win32 {
 using comkit::ComPtr;
 
 ComPtr<IDispatch> DispatchOf(const FrameworkObjectPtr& object) noexcept {
-    const auto* const automation = dynamic_cast<const AutomationObject*>(object.get());
+    const PlatformObject* const automation = object ? object->OfPlatform() : nullptr;
     return automation ? automation->Object() : nullptr;
 }
 
@@ -28,13 +28,14 @@ ComPtr<IDispatch> ObjectOf(const comkit::Variant& result) {
 
 namespace {
 
-class LateBoundCollection final : public Collection, public AutomationObject {
+class LateBoundCollection final : public AutomationObject<Collection> {
 public:
     using AutomationObject::AutomationObject;
 
     void Add(const DataElementPtr& element) override {
-        const auto& automation = dynamic_cast<const AutomationObject&>(*element);
-        comkit::Call(*Object(), vexa::Member::Add, automation.Object().Get());
+        const PlatformObject* const automation = element->OfPlatform();
+        if (!automation) throw HostError(ErrorNumber::TypeMismatch);
+        comkit::Call(*Object(), vexa::Member::Add, automation->Object().Get());
     }
 
     void Walk() override {
@@ -44,7 +45,7 @@ public:
     }
 };
 
-class LateBoundHelpDefinition final : public HelpDefinition, public AutomationObject {
+class LateBoundHelpDefinition final : public AutomationObject<HelpDefinition> {
 public:
     using AutomationObject::AutomationObject;
     LateBoundHelpDefinition(const LateBoundHelpDefinition&) = delete;

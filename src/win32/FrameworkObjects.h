@@ -10,19 +10,33 @@
 #include "comkit/Variant.h"
 #include "platform/Framework.h"
 
-namespace kiv::win32 {
+namespace kiv {
 
 /// Any of the framework's objects that is kept over its automation interface.
-class AutomationObject {
+class PlatformObject {
 public:
-    explicit AutomationObject(comkit::ComPtr<IDispatch> object) noexcept : m_pObject(std::move(object)) {}
-    AutomationObject(const AutomationObject&) = delete;
-    AutomationObject& operator=(const AutomationObject&) = delete;
-    virtual ~AutomationObject() = default;
+    explicit PlatformObject(comkit::ComPtr<IDispatch> object) noexcept : m_pObject(std::move(object)) {}
+    PlatformObject(const PlatformObject&) = delete;
+    PlatformObject& operator=(const PlatformObject&) = delete;
     const comkit::ComPtr<IDispatch>& Object() const noexcept { return m_pObject; }
+
+protected:
+    ~PlatformObject() = default;
 
 private:
     comkit::ComPtr<IDispatch> m_pObject;
+};
+
+}  // namespace kiv
+
+namespace kiv::win32 {
+
+/// An implementation of an interface of the core's over such an object.
+template <class Interface>
+class AutomationObject : public Interface, public PlatformObject {
+public:
+    using PlatformObject::PlatformObject;
+    PlatformObject* OfPlatform() noexcept override { return this; }
 };
 
 /// The very object that the framework gave; null for null and for what is no automation object.

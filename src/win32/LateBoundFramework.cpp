@@ -96,7 +96,7 @@ private:
     ComPtr<IDispatch> m_pObject;
 };
 
-class LateBoundElement final : public DataElement, public AutomationObject {
+class LateBoundElement final : public AutomationObject<DataElement> {
 public:
     using AutomationObject::AutomationObject;
 

@@ -15,6 +15,8 @@
 
 namespace kiv::win32 {
 
+class AccessibleSubject;
+
 struct Message {
     HWND window;  ///< the window itself or one inside it
     UINT id;
@@ -37,6 +39,8 @@ public:
     class Owner {
     public:
         virtual LRESULT OnMessage(NativeWindow& native, const Message& message) = 0;
+        /// What accessibility clients get to know the window as; null where that is answered elsewhere.
+        virtual const AccessibleSubject* Accessible() const noexcept { return nullptr; }
 
     protected:
         ~Owner() = default;

@@ -59,6 +59,11 @@ FontTraits OleFont::Traits() const {
     return result;
 }
 
+std::shared_ptr<OleFont> OleFontOf(const FontPtr& font) noexcept {
+    PlatformFont* const own = font ? font->OfPlatform() : nullptr;
+    return own ? std::shared_ptr<OleFont>(font, static_cast<OleFont*>(own)) : nullptr;
+}
+
 FontPtr WrapFont(IUnknown* object) {
     ComPtr<IFont> font = ComPtr<IFont>::From(object);
     return font ? std::make_shared<OleFont>(std::move(font)) : nullptr;
@@ -70,7 +75,7 @@ FontPtr MakeFont(const FontTraits& traits) {
 
 ComPtr<IFontDisp> FontDispOf(const FontPtr& font) {
     if (!font) return nullptr;
-    if (auto* ole = dynamic_cast<OleFont*>(font.get())) return ole->Object().As<IFontDisp>();
+    if (const auto ole = OleFontOf(font)) return ole->Object().As<IFontDisp>();
     return FontDispOf(MakeFont(font->Traits()));
 }
 

@@ -13,9 +13,16 @@
 #include "comkit/ComPtr.h"
 #include "platform/Font.h"
 
+namespace kiv {
+
+/// Base of what OfPlatform answers here: an OleFont.
+class PlatformFont {};
+
+}  // namespace kiv
+
 namespace kiv::win32 {
 
-class OleFont final : public Font {
+class OleFont final : public Font, public PlatformFont {
 public:
     /// Is told once, as soon as there is an object and before anybody is given it.
     class Watcher {
@@ -32,6 +39,7 @@ public:
 
     /// Reads the font object, where there is one; what it fails to tell stays at the defaults of FontTraits.
     FontTraits Traits() const override;
+    PlatformFont* OfPlatform() noexcept override { return this; }
 
     bool HasObject() const noexcept { return static_cast<bool>(m_pFont); }
     /// Never null. Throws comkit::ComError.
@@ -44,6 +52,9 @@ private:
     FontTraits m_traits;  ///< while there is no object
     Watcher* m_pWatcher = nullptr;
 };
+
+/// Null where it is of another make, and for null.
+std::shared_ptr<OleFont> OleFontOf(const FontPtr& font) noexcept;
 
 /// Null in, null out; null also when the object is no font.
 FontPtr WrapFont(IUnknown* object);

@@ -1,5 +1,7 @@
 #include "win32/SurfaceWindow.h"
 
+#include <algorithm>
+
 #include "comkit/Errors.h"
 #include "comkit/Handle.h"
 #include "win32/ChildWidget.h"
@@ -132,8 +134,10 @@ void ControlSurface::Impl::SetOwnSize(const Size& size) {
 }
 
 WidgetWindow& ControlSurface::Impl::ParentFor(Widget& parent) {
-    if (auto* const child = dynamic_cast<ChildWidget*>(&parent)) return *child;
-    return *this;
+    const auto& children = Context()->children;
+    const auto found =
+        std::ranges::find_if(children, [&](ChildWidget* child) { return &child->Source() == &parent; });
+    return found != children.end() ? static_cast<WidgetWindow&>(**found) : *this;
 }
 
 std::optional<LRESULT> ControlSurface::Impl::HandleInstead(const Message& message) {

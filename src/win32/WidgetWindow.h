@@ -28,6 +28,9 @@ public:
 
     LRESULT OnMessage(NativeWindow& native, const Message& original) final;
 
+    /// What the core knows the window as.
+    virtual Widget& Source() noexcept = 0;
+
 protected:
     enum Pending : unsigned { PendingFocus = 1, PendingChange = 2, PendingClick = 4, PendingDblClick = 8 };
 
@@ -46,7 +49,6 @@ protected:
     /// Tells it now if that is possible. *this may be gone afterwards.
     void TellPending();
 
-    virtual Widget& Source() noexcept = 0;
     /// Complete handling of a message, instead of the native one. No listener may be called from here.
     virtual std::optional<LRESULT> HandleInstead(const Message&) { return std::nullopt; }
     /// Shows help for the widget; false: the message goes on to the parents.
