@@ -39,11 +39,9 @@ public:
 
     explicit PersistenceDescription(std::vector<Property> properties) : m_properties(std::move(properties)) {
         for (const Property& property : m_properties) {
-            m_initOrder.push_back(&property);
-            m_readOrder.push_back(&property);
+            Insert(m_initOrder, property, &Property::initTurn);
+            Insert(m_readOrder, property, &Property::readTurn);
         }
-        std::ranges::stable_sort(m_initOrder, {}, &Property::initTurn);
-        std::ranges::stable_sort(m_readOrder, {}, &Property::readTurn);
     }
     PersistenceDescription(const PersistenceDescription&) = delete;
     PersistenceDescription& operator=(const PersistenceDescription&) = delete;
@@ -76,6 +74,10 @@ public:
     }
 
 private:
+    static void Insert(std::vector<const Property*>& order, const Property& property, int Property::*turn) {
+        order.insert(std::ranges::upper_bound(order, property.*turn, {}, turn), &property);
+    }
+
     static void Put(Control& control, const Property& property, const Value& value) {
         property.put(control, property.slot, value);
     }

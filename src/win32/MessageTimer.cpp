@@ -2,11 +2,11 @@
 
 #include <windows.h>
 
-#include <map>
 #include <memory>
 #include <mutex>
 #include <utility>
 
+#include "comkit/FlatMap.h"
 #include "comkit/SlimLock.h"
 
 namespace kiv::win32 {
@@ -26,16 +26,16 @@ public:
     }
     void Add(UINT_PTR id, MessageTimer& timer) {
         const std::lock_guard guard(m_lock);
-        m_timers.insert_or_assign(Key(id), &timer);
+        m_timers.Put(Key(id), &timer);
     }
     void Remove(UINT_PTR id) noexcept {
         const std::lock_guard guard(m_lock);
-        m_timers.erase(Key(id));
+        m_timers.Erase(Key(id));
     }
     MessageTimer* Find(UINT_PTR id) const noexcept {
         const std::lock_guard guard(m_lock);
-        const auto found = m_timers.find(Key(id));
-        return found == m_timers.end() ? nullptr : found->second;
+        MessageTimer* const* const found = m_timers.Find(Key(id));
+        return found ? *found : nullptr;
     }
 
 private:
@@ -43,7 +43,7 @@ private:
     static std::pair<DWORD, UINT_PTR> Key(UINT_PTR id) noexcept { return {GetCurrentThreadId(), id}; }
 
     mutable comkit::SlimLock m_lock;
-    std::map<std::pair<DWORD, UINT_PTR>, MessageTimer*> m_timers;
+    comkit::FlatMap<std::pair<DWORD, UINT_PTR>, MessageTimer*> m_timers;
 };
 
 class MessageTimer final : public Timer {

@@ -18,28 +18,28 @@ void WindowHooks::Add(HWND window, NativeWindow& owner, WNDPROC procedure) {
     if (!native) throw comkit::ComError(comkit::LastErrorResult());
     {
         const std::lock_guard guard(m_lock);
-        m_hooks.insert_or_assign(comkit::WindowNumber(window), Hook{&owner, native});
+        m_hooks.Put(comkit::WindowNumber(window), Hook{&owner, native});
     }
     if (SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(procedure))) return;
     const HRESULT reason = comkit::LastErrorResult();
     const std::lock_guard guard(m_lock);
-    m_hooks.erase(comkit::WindowNumber(window));
+    m_hooks.Erase(comkit::WindowNumber(window));
     throw comkit::ComError(reason);
 }
 
 void WindowHooks::Remove(HWND window, WNDPROC procedure) noexcept {
-    const Hook hook = Find(window);
-    if (!hook.owner) return;
+    const WNDPROC native = Find(window).native;
+    if (!native) return;
     if (reinterpret_cast<WNDPROC>(GetWindowLongPtrW(window, GWLP_WNDPROC)) == procedure)
-        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(hook.native));
+        SetWindowLongPtrW(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(native));
     const std::lock_guard guard(m_lock);
-    m_hooks.erase(comkit::WindowNumber(window));
+    m_hooks.Erase(comkit::WindowNumber(window));
 }
 
 WindowHooks::Hook WindowHooks::Find(HWND window) const noexcept {
     const std::lock_guard guard(m_lock);
-    const auto found = m_hooks.find(comkit::WindowNumber(window));
-    return found == m_hooks.end() ? Hook{} : found->second;
+    const Hook* const found = m_hooks.Find(comkit::WindowNumber(window));
+    return found ? *found : Hook{};
 }
 
 }  // namespace kiv::win32

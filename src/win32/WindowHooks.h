@@ -6,8 +6,8 @@
 #include <windows.h>
 
 #include <cstdint>
-#include <unordered_map>
 
+#include "comkit/FlatMap.h"
 #include "comkit/SlimLock.h"
 
 namespace kiv::win32 {
@@ -32,8 +32,8 @@ public:
 private:
     WindowHooks() = default;
 
-    mutable comkit::SlimLock m_lock;                  ///< controls may live in several apartments
-    std::unordered_map<std::uint32_t, Hook> m_hooks;  ///< by comkit::WindowNumber
+    mutable comkit::SlimLock m_lock;               ///< controls may live in several apartments
+    comkit::FlatMap<std::uint32_t, Hook> m_hooks;  ///< by comkit::WindowNumber
 };
 
 }  // namespace kiv::win32
