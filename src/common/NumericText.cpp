@@ -4,6 +4,7 @@
 #include <cmath>
 #include <limits>
 #include <string>
+#include <vector>
 
 #include "platform/HostError.h"
 
@@ -89,6 +90,14 @@ private:
     bool m_bAnyDigit = false;
 };
 
+/// Whether what follows the first count digits makes the last of them one more: halves go to the even digit.
+bool RoundsUp(std::u16string_view digits, std::size_t count) noexcept {
+    const std::u16string_view rest = digits.substr(count);
+    if (rest.empty() || rest[0] != u'5') return !rest.empty() && rest[0] > u'5';
+    if (rest.find_first_not_of(u'0', 1) != std::u16string_view::npos) return true;
+    return count > 0 && (digits[count - 1] - u'0') % 2 != 0;
+}
+
 /// Nothing where the result does not fit 32 bits.
 std::optional<std::int32_t> Round(const Decimal& number) {
     if (number.digits.empty() || number.point < 0) return 0;
@@ -99,18 +108,90 @@ std::optional<std::int32_t> Round(const Decimal& number) {
     for (std::size_t i = 0; i < wholeDigits; ++i) {
         magnitude = magnitude * 10 + (i < number.digits.size() ? number.digits[i] - u'0' : 0);
     }
-    if (wholeDigits < number.digits.size()) {
-        const std::u16string_view rest = std::u16string_view(number.digits).substr(wholeDigits);
-        const bool beyondHalf =
-            rest[0] > u'5' || (rest[0] == u'5' && rest.find_first_not_of(u'0', 1) != std::u16string_view::npos);
-        const bool half = rest[0] == u'5' && !beyondHalf;
-        if (beyondHalf || (half && magnitude % 2 != 0)) ++magnitude;
-    }
+    if (RoundsUp(number.digits, std::min(wholeDigits, number.digits.size()))) ++magnitude;
     const std::int64_t value = number.negative ? -magnitude : magnitude;
     if (value < std::numeric_limits<std::int32_t>::min() || value > std::numeric_limits<std::int32_t>::max()) {
         return std::nullopt;
     }
     return static_cast<std::int32_t>(value);
+}
+
+/// A whole number of any length.
+class LongNumber {
+public:
+    explicit LongNumber(std::uint64_t value) {
+        for (; value != 0; value /= Base) m_parts.push_back(static_cast<std::uint32_t>(value % Base));
+    }
+
+    /// base to the power of exponent, which must be below 2^30.
+    void MultiplyByPower(std::uint32_t base, int exponent) {
+        while (exponent > 0) {
+            std::uint32_t factor = 1;
+            for (; exponent > 0 && factor < (std::uint32_t{1} << 29); --exponent) factor *= base;
+            Multiply(factor);
+        }
+    }
+
+    /// Empty for 0.
+    std::u16string Digits() const {
+        std::u16string digits;
+        for (std::uint32_t part : m_parts) {
+            for (int i = 0; i < DigitsOfPart; ++i, part /= 10) digits.push_back(static_cast<char16_t>(u'0' + part % 10));
+        }
+        while (!digits.empty() && digits.back() == u'0') digits.pop_back();
+        std::ranges::reverse(digits);
+        return digits;
+    }
+
+private:
+    static constexpr int DigitsOfPart = 9;
+    static constexpr std::uint32_t Base = 1'000'000'000;
+
+    void Multiply(std::uint32_t factor) {
+        std::uint64_t carry = 0;
+        for (std::uint32_t& part : m_parts) {
+            carry += std::uint64_t{part} * factor;
+            part = static_cast<std::uint32_t>(carry % Base);
+            carry /= Base;
+        }
+        for (; carry != 0; carry /= Base) m_parts.push_back(static_cast<std::uint32_t>(carry % Base));
+    }
+
+    std::vector<std::uint32_t> m_parts;  ///< the lowest digits first
+};
+
+/// A finite number to its last digit: there are up to 767 of them.
+Decimal ExactDecimal(double value) {
+    constexpr int MantissaBits = std::numeric_limits<double>::digits;
+    int exponent = 0;
+    const double fraction = std::frexp(std::fabs(value), &exponent);
+    auto mantissa = static_cast<std::uint64_t>(std::ldexp(fraction, MantissaBits));
+    exponent -= MantissaBits;
+    for (; exponent < 0 && mantissa != 0 && mantissa % 2 == 0; ++exponent) mantissa /= 2;
+
+    // m / 2^n is m * 5^n / 10^n.
+    LongNumber number(mantissa);
+    number.MultiplyByPower(exponent < 0 ? 5 : 2, std::abs(exponent));
+    Decimal result{std::signbit(value), number.Digits(), 0};
+    result.point = static_cast<std::int64_t>(result.digits.size()) + std::min(exponent, 0);
+    return result;
+}
+
+/// Rounds to count digits and drops the zeros at the end.
+void Shorten(Decimal& number, std::size_t count) {
+    if (number.digits.size() > count) {
+        const bool up = RoundsUp(number.digits, count);
+        number.digits.resize(count);
+        if (up) {
+            while (!number.digits.empty() && number.digits.back() == u'9') number.digits.pop_back();
+            if (number.digits.empty()) {
+                number.digits = u"0";
+                ++number.point;
+            }
+            ++number.digits.back();
+        }
+    }
+    while (!number.digits.empty() && number.digits.back() == u'0') number.digits.pop_back();
 }
 
 }  // namespace
@@ -155,6 +236,31 @@ std::optional<std::int32_t> ParseWholeText(std::u16string_view text) {
 std::u16string ToText(std::int32_t value) {
     const std::string text = std::to_string(value);
     return {text.begin(), text.end()};
+}
+
+std::u16string ToText(double value) {
+    constexpr std::size_t MostDigits = 15;
+    Decimal number = ExactDecimal(value);
+    Shorten(number, MostDigits);
+    std::u16string& text = number.digits;
+    if (text.empty()) {
+        text = u"0";
+    } else if (number.point < -3 || number.point > static_cast<std::int64_t>(MostDigits)) {
+        const std::int64_t exponent = number.point - 1;
+        if (text.size() > 1) text.insert(1, 1, u'.');
+        text += exponent < 0 ? u"e-" : u"e+";
+        if (std::abs(exponent) < 10) text += u'0';
+        text += ToText(static_cast<std::int32_t>(std::abs(exponent)));
+    } else if (number.point <= 0) {
+        text.insert(0, static_cast<std::size_t>(2 - number.point), u'0');
+        text[1] = u'.';
+    } else if (const auto whole = static_cast<std::size_t>(number.point); whole < text.size()) {
+        text.insert(whole, 1, u'.');
+    } else {
+        text.resize(whole, u'0');
+    }
+    if (number.negative) text.insert(0, 1, u'-');
+    return std::move(text);
 }
 
 std::u16string_view Trim(std::u16string_view text) noexcept {

@@ -23,6 +23,10 @@ std::optional<std::int32_t> ParseWholeText(std::u16string_view text);
 /// Decimal, without a leading blank.
 std::u16string ToText(std::int32_t value);
 
+/// The 15 leading digits, rounded halves to even, without zeros behind the last: "0.1", "-1234.5", and "1e-05", "1e+15"
+/// where the point would lie more than three zeros before the digits or behind all fifteen. The value must be finite.
+std::u16string ToText(double value);
+
 /// Without the blanks at both ends.
 std::u16string_view Trim(std::u16string_view text) noexcept;
 

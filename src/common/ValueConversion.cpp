@@ -1,9 +1,6 @@
 #include "common/ValueConversion.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
-#include <cstdio>
 #include <optional>
 #include <type_traits>
 
@@ -50,14 +47,9 @@ bool EqualsIgnoringCase(std::u16string_view text, std::u16string_view lowerCase)
     return true;
 }
 
-/// Up to 15 digits, with a point whatever the process's locale. (The C++ way to this needs tables of 280 KB.)
 std::u16string DoubleText(double number) {
     if (!std::isfinite(number)) ThrowTypeMismatch();
-    std::array<char, 32> buffer{};
-    const int length = std::snprintf(buffer.data(), buffer.size(), "%.15g", number);
-    std::u16string text(buffer.data(), buffer.data() + length);
-    std::ranges::replace(text, u',', u'.');
-    return text;
+    return ToText(number);
 }
 
 }  // namespace

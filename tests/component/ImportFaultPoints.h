@@ -54,7 +54,6 @@ constexpr FaultPoint<F> Memory(const char* name, typename Signature<F>::Result f
 using Allocate = void*(__cdecl*)(std::size_t);
 using AllocateCleared = void*(__cdecl*)(std::size_t, std::size_t);
 using Reallocate = void*(__cdecl*)(void*, std::size_t);
-using CopyText = char*(__cdecl*)(const char*);
 
 inline constexpr LSTATUS NoKey = ERROR_NO_SYSTEM_RESOURCES;
 inline constexpr int NoExtra = static_cast<int>(0x80000000);
@@ -180,7 +179,6 @@ inline constexpr std::tuple FaultPoints{
     Memory<Allocate>("malloc"),
     Memory<AllocateCleared>("calloc"),
     Memory<Reallocate>("realloc"),
-    Memory<CopyText>("_strdup"),
     Memory<decltype(&CoTaskMemAlloc)>("CoTaskMemAlloc"),
     Memory<decltype(&GlobalAlloc)>("GlobalAlloc"),
     Memory<decltype(&GlobalLock)>("GlobalLock"),
@@ -217,15 +215,14 @@ inline constexpr ImportsLeftAlone LeftAlone[] = {
      "CallWindowProcW DefSubclassProc DefWindowProcW IsDialogMessageW SendMessageW"},
     {"locks and waiting for each other, which cannot fail; otherwise called by the compiler's libraries alone",
      "AcquireSRWLockExclusive CreateEventA EnterCriticalSection GetCurrentThreadId GetModuleHandleA "
-     "GetSystemTimeAsFileTime InitializeCriticalSection IsDBCSLeadByteEx LeaveCriticalSection LoadLibraryA "
-     "MultiByteToWideChar RaiseException ReleaseSRWLockExclusive RtlCaptureContext RtlLookupFunctionEntry "
+     "GetSystemTimeAsFileTime InitializeCriticalSection LeaveCriticalSection LoadLibraryA "
+     "RaiseException ReleaseSRWLockExclusive RtlCaptureContext RtlLookupFunctionEntry "
      "RtlUnwindEx RtlVirtualUnwind SetEvent Sleep SleepConditionVariableSRW TlsGetValue VirtualProtect "
-     "VirtualQuery WaitForMultipleObjects WaitForSingleObject WakeAllConditionVariable WideCharToMultiByte "
-     "__C_specific_handler"},
+     "VirtualQuery WaitForMultipleObjects WaitForSingleObject WakeAllConditionVariable"},
     {"the C library, without what allocates",
-     "___lc_codepage_func ___mb_cur_max_func __iob_func __mb_cur_max _amsg_exit "
-     "_errno _initterm _iob _lock _unlock _wcsicmp abort atoi exit fputc fwrite "
-     "localeconv memcmp memcpy memmove memset setlocale strchr strcmp strerror strlen strncmp towupper vfprintf "
+     "__iob_func _amsg_exit "
+     "_errno _initterm _iob _lock _unlock _wcsicmp abort atoi exit fwrite "
+     "memcmp memcpy memmove strcmp strlen strncmp towupper vfprintf "
      "wcslen"},
 };
 

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <bit>
+#include <cmath>
+#include <cstdio>
 #include <limits>
+#include <random>
 
 #include "platform/HostError.h"
 
@@ -60,6 +65,35 @@ TEST(WholeTextNumber, TakesNothingButANumberWithBlanksAroundIt) {
     EXPECT_EQ(ParseWholeText(u" 12.5 "), 12);
     for (const char16_t* text : {u"", u"  ", u"12x", u"1 2", u"0x10", u"1e", u"--1", u"99999999999"}) {
         EXPECT_EQ(ParseWholeText(text), std::nullopt) << testing::PrintToString(text);
+    }
+}
+
+/// The C library's answer, by the same rule.
+std::u16string PrintedText(double value) {
+    std::array<char, 32> buffer{};
+    const int length = std::snprintf(buffer.data(), buffer.size(), "%.15g", value);
+    return {buffer.data(), buffer.data() + length};
+}
+
+TEST(DoubleText, IsWhatTheLibraryPrintsToFifteenDigits) {
+    std::vector<double> values{0.0, 0.1, 100.0, 1e14, 999999999999999.0,
+                               // Where the notation changes, and where rounding carries over all digits.
+                               999999999999999.4, 999999999999999.5, 1e15, 0.0001, 0.00009999999999999995,
+                               0.000099999999999999999, 9.9999999999999995,
+                               // Exactly half-way: to the even digit.
+                               1000000000000002.5, 10000000000000005.0, 10000000000000015.0, 45234.520833333336,
+                               std::numeric_limits<double>::max(), std::numeric_limits<double>::min(),
+                               std::numeric_limits<double>::denorm_min()};
+    std::mt19937_64 random(20261122);  // NOLINT(cert-msc51-cpp): the same numbers every time
+    for (int i = 0; i < 20'000; ++i) {
+        const double anything = std::bit_cast<double>(random());
+        if (std::isfinite(anything)) values.push_back(anything);
+        // Few digits, as people write numbers.
+        values.push_back(static_cast<double>(random() % 2'000'000) / std::pow(10, static_cast<double>(random() % 12)));
+    }
+    for (const double value : values) {
+        ASSERT_EQ(ToText(value), PrintedText(value));
+        ASSERT_EQ(ToText(-value), PrintedText(-value));
     }
 }
 
