@@ -1,11 +1,13 @@
 // The about boxes: modal, closed by their user, legible.
 #include <algorithm>
+#include <array>
 #include <functional>
 #include <optional>
 #include <string_view>
 #include <vector>
 
 #include "ControlFixture.h"
+#include "server/ResourceNumbers.h"
 #include "WindowPictures.h"
 
 namespace component {
@@ -107,6 +109,39 @@ TEST_P(AboutBox, HasItsTextsAndBelongsToTheControlsWindow) {
     EXPECT_EQ(GetAncestor(site->Window(), GA_ROOT), visit.owner);
     EXPECT_TRUE(visit.ownerDisabled);
     EXPECT_TRUE(IsWindowEnabled(site->Window()));
+}
+
+/// What the box's icon looks like on white, in the mean: red, green, blue.
+std::array<int, 3> MeanColor(int size) {
+    const comkit::UniqueHandle<HICON, &DestroyIcon> icon(static_cast<HICON>(
+        LoadImageW(GetModuleHandleW(L"KivDateTime.ocx"), MAKEINTRESOURCEW(IconAbout), IMAGE_ICON, size, size, 0)));
+    const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
+    BITMAPINFO format{};
+    format.bmiHeader = {sizeof(BITMAPINFOHEADER), size, size, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+    void* bits = nullptr;
+    const comkit::UniqueBitmap picture(CreateDIBSection(dc.Get(), &format, DIB_RGB_COLORS, &bits, nullptr, 0));
+    const comkit::GdiSelection selection(dc.Get(), picture.Get());
+    PatBlt(dc.Get(), 0, 0, size, size, WHITENESS);
+    EXPECT_TRUE(DrawIconEx(dc.Get(), 0, 0, icon.Get(), size, size, 0, nullptr, DI_NORMAL));
+    std::array<int, 3> mean{};
+    const auto pixels = static_cast<std::size_t>(size * size);
+    for (std::size_t channel = 0; channel < mean.size(); ++channel) {
+        std::size_t sum = 0;
+        for (std::size_t i = 0; i < pixels; ++i) sum += static_cast<const BYTE*>(bits)[4 * i + 2 - channel];
+        mean[channel] = static_cast<int>(sum / pixels);
+    }
+    return mean;
+}
+
+TEST(AboutBoxIcon, LooksTheSameInEverySizeThatItComesIn) {
+    Server::Get();
+    const std::array<int, 3> small = MeanColor(32);
+    EXPECT_LT(*std::ranges::min_element(small), 230) << "nothing is drawn";
+    for (const int size : {48, 64}) {
+        const std::array<int, 3> mean = MeanColor(size);
+        for (std::size_t channel = 0; channel < small.size(); ++channel)
+            EXPECT_NEAR(small[channel], mean[channel], 12) << size << ", channel " << channel;
+    }
 }
 
 TEST_P(AboutBox, NeedsNoParentAndClosesWithEscapeToo) {
