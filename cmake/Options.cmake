@@ -23,7 +23,9 @@ if(WIN32)
     target_compile_options(kiv_options INTERFACE -ffunction-sections -fdata-sections)
     # -static: the product must not need the tool chain's own DLLs. No time stamps: the same source, the same bytes.
     target_link_options(kiv_options INTERFACE
-        -static -Wl,--gc-sections -Wl,--no-insert-timestamp -Wl,--dynamicbase -Wl,--nxcompat -s)
+        -static -Wl,--gc-sections -Wl,--no-insert-timestamp -Wl,--dynamicbase -Wl,--nxcompat -s
+        # The compiler takes part in linking wherever it finds something that it could go on with, unless it is told not to.
+        $<$<NOT:$<BOOL:$<TARGET_PROPERTY:KIV_LINKED_SMALL>>>:-fno-lto>)
     if(CMAKE_SIZEOF_VOID_P EQUAL 8)
         target_link_options(kiv_options INTERFACE -Wl,--high-entropy-va)
     else()
@@ -39,6 +41,16 @@ function(kiv_build_small target)
     if(NOT WIN32)
         return()
     endif()
-    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-Os>)
+    target_compile_options(${target} PRIVATE $<$<CONFIG:Release>:-Os>
+        # Nothing asks for a type at run time (exceptions bring their own); the descriptions would be 20 KB.
+        $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>
+        # For kiv_link_small; for everything else the code is there as well.
+        $<$<COMPILE_LANGUAGE:CXX>:-flto> $<$<COMPILE_LANGUAGE:CXX>:-ffat-lto-objects>)
     set_source_files_properties(${ARGN} PROPERTIES COMPILE_OPTIONS $<$<CONFIG:Release>:-O2>)
+endfunction()
+
+# kiv_link_small(TARGET): optimises while linking. In one partition: GCC 12 ends with an internal error in several.
+function(kiv_link_small target)
+    set_property(TARGET ${target} PROPERTY KIV_LINKED_SMALL ON)
+    target_link_options(${target} PRIVATE -flto -flto-partition=one)
 endfunction()
