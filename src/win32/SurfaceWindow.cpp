@@ -65,8 +65,12 @@ void ControlSurface::Impl::OpenWindows(HWND parent, const RECT& pixels) {
     Context()->focus = nullptr;
     Context()->focusTold = false;
     for (ChildWidget* const child : Context()->children) child->Open();
-    // Shown last: nothing is painted before everything is in place.
-    if (m_bVisible) ShowWindow(Window(), SW_SHOWNA);
+    // Shown last: nothing is painted before everything is in place. Each window's background comes with its painting
+    // and not in a round of its own before that, which has the system work out what is visible of each window once
+    // more.
+    if (m_bVisible)
+        SetWindowPos(Window(), nullptr, 0, 0, 0, 0,
+                     SWP_NOSIZE | SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_SHOWWINDOW | SWP_DEFERERASE);
 }
 
 void ControlSurface::Impl::Close() noexcept {
@@ -135,8 +139,7 @@ void ControlSurface::Impl::SetOwnSize(const Size& size) {
 
 WidgetWindow& ControlSurface::Impl::ParentFor(Widget& parent) {
     const auto& children = Context()->children;
-    const auto found =
-        std::ranges::find_if(children, [&](ChildWidget* child) { return &child->Source() == &parent; });
+    const auto found = std::ranges::find_if(children, [&](ChildWidget* child) { return &child->Source() == &parent; });
     return found != children.end() ? static_cast<WidgetWindow&>(**found) : *this;
 }
 
