@@ -136,7 +136,8 @@ public:
     std::u16string Digits() const {
         std::u16string digits;
         for (std::uint32_t part : m_parts) {
-            for (int i = 0; i < DigitsOfPart; ++i, part /= 10) digits.push_back(static_cast<char16_t>(u'0' + part % 10));
+            for (int i = 0; i < DigitsOfPart; ++i, part /= 10)
+                digits.push_back(static_cast<char16_t>(u'0' + part % 10));
         }
         while (!digits.empty() && digits.back() == u'0') digits.pop_back();
         std::ranges::reverse(digits);

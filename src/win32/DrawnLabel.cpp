@@ -7,14 +7,20 @@
 
 namespace kiv::win32 {
 
-RECT DrawnLabel::PixelRect() const noexcept {
-    return PixelEdges(m_bounds, m_pOwner->ResolutionForLabels());
+const RECT& DrawnLabel::PixelRect() const noexcept {
+    const int dpi = m_pOwner->ResolutionForLabels();
+    if (m_lPixelsDpi != dpi) {
+        m_pixels = PixelEdges(m_bounds, dpi);
+        m_lPixelsDpi = dpi;
+    }
+    return m_pixels;
 }
 
 void DrawnLabel::SetBounds(const Rect& bounds) {
     if (m_bounds == bounds) return;
     InvalidateIfShown();
     m_bounds = bounds;
+    m_lPixelsDpi = 0;
     InvalidateIfShown();
 }
 
@@ -37,19 +43,20 @@ bool DrawnLabel::SetCaption(std::u16string_view caption) {
     return true;
 }
 
-HFONT DrawnLabel::FontHandle() const {
+const GdiFont& DrawnLabel::DrawingFont() const {
     const int dpi = m_pOwner->ResolutionForLabels();
     if (!m_pGdiFont || m_lFontDpi != dpi) {
         m_pGdiFont = FindGdiFont(TraitsOrDefault(m_pFont), dpi);
         m_lFontDpi = dpi;
     }
-    return m_pGdiFont->Handle();
+    return *m_pGdiFont;
 }
 
 void DrawnLabel::Draw(LabelPainter& painter) const {
     RECT inside = painter.Placed(PixelRect());
     if (m_bSunken) DrawEdge(painter.Dc(), &inside, EDGE_SUNKEN, BF_RECT | BF_ADJUST);
-    painter.WriteLine(inside, {FontHandle(), ShownColor(m_back, ColorUse::Face), ShownTextColor(m_fore, m_bEnabled)},
+    const ShownColors& colors = painter.Colors();
+    painter.WriteLine(inside, {DrawingFont(), colors.Of(m_back, ColorUse::Face), colors.OfText(m_fore, m_bEnabled)},
                       comkit::ToWide(m_strCaption));
 }
 

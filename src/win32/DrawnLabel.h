@@ -33,7 +33,7 @@ public:
 
     /// Fills the label's whole rectangle.
     void Draw(LabelPainter& painter) const;
-    RECT PixelRect() const noexcept;
+    const RECT& PixelRect() const noexcept;
 
     Rect Bounds() const override { return m_bounds; }
     void SetBounds(const Rect& bounds) override;
@@ -67,10 +67,12 @@ private:
     void InvalidateIfShown() {
         if (m_bVisible) m_pOwner->Invalidate(m_bounds);
     }
-    HFONT FontHandle() const;
+    const GdiFont& DrawingFont() const;
 
     std::shared_ptr<Owner> m_pOwner;
     Rect m_bounds;
+    mutable RECT m_pixels{};       ///< the same at m_lPixelsDpi
+    mutable int m_lPixelsDpi = 0;  ///< 0: not worked out yet
     bool m_bEnabled = true;
     bool m_bVisible = true;
     bool m_bSunken = false;

@@ -79,6 +79,15 @@ SIZE GdiFont::Measure(std::wstring_view text) const {
     return size;
 }
 
+LONG GdiFont::LineHeightIn(HDC screen) const noexcept {
+    LONG height = m_lineHeight.load(std::memory_order_relaxed);
+    if (TEXTMETRICW metrics{}; height == 0 && GetTextMetricsW(screen, &metrics)) {
+        height = metrics.tmHeight;
+        m_lineHeight.store(height, std::memory_order_relaxed);
+    }
+    return height;
+}
+
 GdiFontPtr FindGdiFont(const FontTraits& traits, int dpi) {
     // Controls may live in several apartments, hence the lock.
     static comkit::SlimLock lock;

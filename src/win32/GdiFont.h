@@ -5,6 +5,7 @@
 #include <windows.h>
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -25,6 +26,9 @@ public:
 
     /// Pixels of one line of text.
     SIZE Measure(std::wstring_view text) const;
+    /// Of any text, in the units of the device context, which must be one of the screen in pixels and have the font
+    /// selected: it is asked once.
+    LONG LineHeightIn(HDC screen) const noexcept;
 
 private:
     struct Measured {
@@ -33,6 +37,7 @@ private:
     };
 
     comkit::UniqueFont m_font;
+    mutable std::atomic<LONG> m_lineHeight{0};  ///< 0: not measured yet
     // The same few texts are measured again and again: a label that is laid out, a screen of labels that show no value
     // yet.
     mutable comkit::SlimLock m_lock;

@@ -29,7 +29,7 @@ void LabelSurface::Impl::Open(HWND parent, const RECT& pixels, bool windowless) 
     TakePixelRect(pixels);
     if (!m_pSurface || m_bActive) return;
     if (!windowless) {
-        m_pNative = NativeWindow::Create(*this, {.className = SurfaceClass::Name(),
+        m_pNative = NativeWindow::Create(*this, {.className = SurfaceClass::NameForDrawing(),
                                                  .text = L"",
                                                  .style = WS_CHILD | WS_CLIPSIBLINGS | (m_bVisible ? WS_VISIBLE : 0u) |
                                                           (m_bEnabled ? 0u : WS_DISABLED),
@@ -99,7 +99,7 @@ void LabelSurface::Impl::Invalidate(const Rect& bounds) {
 }
 
 void LabelSurface::Impl::DrawAt(HDC dc, POINT origin) const {
-    LabelPainter painter(dc, origin);
+    LabelPainter painter(dc, origin, LabelPainter::Target::Any);
     RECT uncovered = painter.Placed(OwnArea());
     // The first ones last: they are the ones that the mouse finds, too.
     std::for_each(m_labels.rbegin(), m_labels.rend(), [&](const DrawnLabel* label) {
@@ -143,7 +143,7 @@ bool LabelSurface::Impl::DrawAtOnce(const DrawnLabel& label) {
     if (!m_bActive || IsOverlapped(label)) return false;
     const auto draw = [this, &label](HDC dc, POINT origin) {
         if (!IsPresent(&label)) return;
-        LabelPainter painter(dc, origin);
+        LabelPainter painter(dc, origin, LabelPainter::Target::Window);
         label.Draw(painter);
     };
     if (const HWND window = Window()) {
@@ -156,10 +156,10 @@ bool LabelSurface::Impl::DrawAtOnce(const DrawnLabel& label) {
 }
 
 bool LabelSurface::Impl::IsOverlapped(const DrawnLabel& label) const noexcept {
-    const RECT area = label.PixelRect();
+    const RECT& area = label.PixelRect();
     return std::ranges::any_of(m_labels, [&](const DrawnLabel* other) {
         RECT common{};
-        const RECT otherArea = other->PixelRect();
+        const RECT& otherArea = other->PixelRect();
         return other != &label && other->IsVisible() && IntersectRect(&common, &area, &otherArea);
     });
 }

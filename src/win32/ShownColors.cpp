@@ -29,13 +29,22 @@ int SystemColorFor(ColorUse use) noexcept {
 
 }  // namespace
 
+ShownColors::ShownColors() noexcept : m_bHighContrast(SystemAnswers::Current().isHighContrast()) {}
+
+COLORREF ShownColors::Of(OleColor wanted, ColorUse use) const noexcept {
+    return m_bHighContrast ? GetSysColor(SystemColorFor(use)) : ColorRefOf(wanted);
+}
+
+COLORREF ShownColors::OfText(OleColor wanted, bool enabled) const noexcept {
+    return enabled ? Of(wanted, ColorUse::Text) : Of(SystemColor::GreyText, ColorUse::GreyedText);
+}
+
 COLORREF ShownColor(OleColor wanted, ColorUse use) noexcept {
-    if (SystemAnswers::Current().isHighContrast()) return GetSysColor(SystemColorFor(use));
-    return ColorRefOf(wanted);
+    return ShownColors().Of(wanted, use);
 }
 
 COLORREF ShownTextColor(OleColor wanted, bool enabled) noexcept {
-    return enabled ? ShownColor(wanted, ColorUse::Text) : ShownColor(SystemColor::GreyText, ColorUse::GreyedText);
+    return ShownColors().OfText(wanted, enabled);
 }
 
 HBRUSH FaceBrush(HDC dc, OleColor wanted) noexcept {

@@ -10,10 +10,21 @@ namespace kiv::win32 {
 
 enum class ColorUse { Face, Text, GreyedText, Field, FieldText, Title, TitleText };
 
-/// System colours are looked up now; a value that is no colour is black.
-COLORREF ShownColor(OleColor wanted, ColorUse use) noexcept;
+/// For several colours: the user's wish is asked for once.
+class ShownColors {
+public:
+    ShownColors() noexcept;
+    /// System colours are looked up now; a value that is no colour is black.
+    COLORREF Of(OleColor wanted, ColorUse use) const noexcept;
+    /// The colour of a text that is greyed while disabled.
+    COLORREF OfText(OleColor wanted, bool enabled) const noexcept;
 
-/// The colour of a text that is greyed while disabled.
+private:
+    bool m_bHighContrast;
+};
+
+/// The same for one of them.
+COLORREF ShownColor(OleColor wanted, ColorUse use) noexcept;
 COLORREF ShownTextColor(OleColor wanted, bool enabled) noexcept;
 
 /// The device context's own brush in the colour of a surface: nobody has to delete it.

@@ -127,6 +127,7 @@ inline constexpr std::tuple FaultPoints{
     System<decltype(&GetDC)>("GetDC"),
     System<decltype(&GetMapMode)>("GetMapMode"),
     System<decltype(&GetObjectType)>("GetObjectType"),
+    System<decltype(&GetCurrentObject)>("GetCurrentObject"),
     System<decltype(&GetStockObject)>("GetStockObject"),
     System<decltype(&GetTextColor)>("GetTextColor", CLR_INVALID),
     System<decltype(&GetTextExtentPoint32W)>("GetTextExtentPoint32W"),

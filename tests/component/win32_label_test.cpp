@@ -111,6 +111,26 @@ TEST_F(LabelTest, LabelsOfDifferentFontsEachHaveTheirOwn) {
     EXPECT_EQ(together.Part(0, 0, Width, Height), both);
 }
 
+TEST_F(LabelTest, WhatTheDeviceContextHasAlreadyIsUsedAndLeft) {
+    const FontTraits serif{.name = u"Liberation Serif", .size = 60000};
+    const FontTraits mono{.name = u"Liberation Mono", .size = 140000};
+    caption->SetFont(MakeFont(serif));
+    value->SetFont(MakeFont(mono));
+    const std::vector<DWORD> expected = Drawn();
+    for (const FontTraits& traits : {serif, mono}) {
+        const Bitmap picture(Width, Height);
+        const GdiFontPtr font = FindGdiFont(traits, 96);
+        const comkit::GdiSelection selection(picture.Dc(), font->Handle());
+        SetTextColor(picture.Dc(), Ink);
+        SetBkColor(picture.Dc(), Paper);
+        surface->Draw(picture.Dc(), {0, 0, Width, Height});
+        EXPECT_EQ(picture.Part(0, 0, Width, Height), expected);
+        EXPECT_EQ(GetCurrentObject(picture.Dc(), OBJ_FONT), font->Handle());
+        EXPECT_EQ(GetTextColor(picture.Dc()), Ink);
+        EXPECT_EQ(GetBkColor(picture.Dc()), Paper);
+    }
+}
+
 TEST_F(LabelTest, EachTextIsAsWideAsTheSystemMakesItHoweverOftenItIsMeasured) {
     const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
     for (const std::int64_t size : {82500, 240000, 82500}) {
