@@ -74,9 +74,10 @@ check_preset() {
     if [[ $preset == win* ]]; then
         mapfile -t arguments < <(windows_arguments)
     fi
-    # A precompiled header of another compiler is of no use to clang; without it, each file has to include what it uses.
+    # A precompiled header of another compiler is of no use to clang; without it, each file has to include what it uses. Nor
+    # does it know of object files with two kinds of code.
     mkdir "$commands"
-    sed -E 's/-Winvalid-pch -include [^ ]*cmake_pch\.hxx//' "$build/$preset/compile_commands.json" \
+    sed -E 's/-Winvalid-pch -include [^ ]*cmake_pch\.hxx//; s/ -ffat-lto-objects//' "$build/$preset/compile_commands.json" \
         >"$commands/compile_commands.json"
     list_units "$preset" | grep -vFf "$work/taken" >"$work/units" || true
     cut -f 1 "$work/units" >>"$work/taken"
