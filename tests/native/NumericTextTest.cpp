@@ -86,7 +86,7 @@ TEST(DoubleText, IsWhatTheLibraryPrintsToFifteenDigits) {
                                std::numeric_limits<double>::denorm_min()};
     std::mt19937_64 random(20261122);  // NOLINT(cert-msc51-cpp): the same numbers every time
     for (int i = 0; i < 20'000; ++i) {
-        const double anything = std::bit_cast<double>(random());
+        const auto anything = std::bit_cast<double>(random());
         if (std::isfinite(anything)) values.push_back(anything);
         // Few digits, as people write numbers.
         values.push_back(static_cast<double>(random() % 2'000'000) / std::pow(10, static_cast<double>(random() % 12)));
