@@ -7,7 +7,7 @@
 
 namespace kiv::win32 {
 
-const RECT& DrawnLabel::PixelRect() const noexcept {
+RECT DrawnLabel::PixelRect() const noexcept {
     const int dpi = m_pOwner->ResolutionForLabels();
     if (m_lPixelsDpi != dpi) {
         m_pixels = PixelEdges(m_bounds, dpi);

@@ -33,7 +33,7 @@ public:
 
     /// Fills the label's whole rectangle.
     void Draw(LabelPainter& painter) const;
-    const RECT& PixelRect() const noexcept;
+    RECT PixelRect() const noexcept;
 
     Rect Bounds() const override { return m_bounds; }
     void SetBounds(const Rect& bounds) override;

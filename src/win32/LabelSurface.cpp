@@ -156,10 +156,10 @@ bool LabelSurface::Impl::DrawAtOnce(const DrawnLabel& label) {
 }
 
 bool LabelSurface::Impl::IsOverlapped(const DrawnLabel& label) const noexcept {
-    const RECT& area = label.PixelRect();
+    const RECT area = label.PixelRect();
     return std::ranges::any_of(m_labels, [&](const DrawnLabel* other) {
         RECT common{};
-        const RECT& otherArea = other->PixelRect();
+        const RECT otherArea = other->PixelRect();
         return other != &label && other->IsVisible() && IntersectRect(&common, &area, &otherArea);
     });
 }
