@@ -111,8 +111,12 @@ TEST_P(AboutBox, HasItsTextsAndBelongsToTheControlsWindow) {
     EXPECT_TRUE(IsWindowEnabled(site->Window()));
 }
 
-/// What the box's icon looks like on white, in the mean: red, green, blue.
-std::array<int, 3> MeanColor(int size) {
+constexpr int CellsPerSide = 4;
+/// Red, green and blue in the mean, of each cell of a grid.
+using Cells = std::array<std::array<int, 3>, CellsPerSide * CellsPerSide>;
+
+/// What the box's icon looks like on white.
+Cells LookOfIcon(int size) {
     const comkit::UniqueHandle<HICON, &DestroyIcon> icon(static_cast<HICON>(
         LoadImageW(GetModuleHandleW(L"KivDateTime.ocx"), MAKEINTRESOURCEW(IconAbout), IMAGE_ICON, size, size, 0)));
     const comkit::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
@@ -123,24 +127,35 @@ std::array<int, 3> MeanColor(int size) {
     const comkit::GdiSelection selection(dc.Get(), picture.Get());
     PatBlt(dc.Get(), 0, 0, size, size, WHITENESS);
     EXPECT_TRUE(DrawIconEx(dc.Get(), 0, 0, icon.Get(), size, size, 0, nullptr, DI_NORMAL));
-    std::array<int, 3> mean{};
-    const auto pixels = static_cast<std::size_t>(size * size);
-    for (std::size_t channel = 0; channel < mean.size(); ++channel) {
-        std::size_t sum = 0;
-        for (std::size_t i = 0; i < pixels; ++i) sum += static_cast<const BYTE*>(bits)[4 * i + 2 - channel];
-        mean[channel] = static_cast<int>(sum / pixels);
+    const int side = size / CellsPerSide;
+    Cells cells{};
+    for (int i = 0; i < size * size; ++i) {
+        const int cell = i / size / side * CellsPerSide + i % size / side;
+        for (int channel = 0; channel < 3; ++channel)
+            cells[static_cast<std::size_t>(cell)][static_cast<std::size_t>(channel)] +=
+                static_cast<const BYTE*>(bits)[4 * i + 2 - channel];
     }
-    return mean;
+    for (auto& cell : cells)
+        for (int& channel : cell) channel /= side * side;
+    return cells;
 }
 
-TEST(AboutBoxIcon, LooksTheSameInEverySizeThatItComesIn) {
+TEST(AboutBoxIcon, ComesInSizesOfItsOwnThatLookTheSame) {
     Server::Get();
-    const std::array<int, 3> small = MeanColor(32);
-    EXPECT_LT(*std::ranges::min_element(small), 230) << "nothing is drawn";
+    const HMODULE server = GetModuleHandleW(L"KivDateTime.ocx");
+    const HRSRC group = FindResourceW(server, MAKEINTRESOURCEW(IconAbout), RT_GROUP_ICON);
+    auto* const directory = static_cast<BYTE*>(LockResource(LoadResource(server, group)));
+    const auto pictureFor = [&](int size) { return LookupIconIdFromDirectoryEx(directory, TRUE, size, size, 0); };
+    EXPECT_NE(pictureFor(32), pictureFor(48));
+    EXPECT_NE(pictureFor(48), pictureFor(64));
+    const Cells small = LookOfIcon(32);
+    EXPECT_TRUE(std::ranges::any_of(small, [](const auto& cell) { return cell[0] < cell[2] - 30; }))
+        << "a part of it is blue";
     for (const int size : {48, 64}) {
-        const std::array<int, 3> mean = MeanColor(size);
-        for (std::size_t channel = 0; channel < small.size(); ++channel)
-            EXPECT_NEAR(small[channel], mean[channel], 12) << size << ", channel " << channel;
+        const Cells cells = LookOfIcon(size);
+        for (std::size_t cell = 0; cell < small.size(); ++cell)
+            for (std::size_t channel = 0; channel < 3; ++channel)
+                EXPECT_NEAR(small[cell][channel], cells[cell][channel], 32) << size << ": " << cell << ", " << channel;
     }
 }
 

@@ -8,6 +8,8 @@
 #include <cstdio>
 #include <limits>
 #include <random>
+#include <string>
+#include <vector>
 
 #include "platform/HostError.h"
 
