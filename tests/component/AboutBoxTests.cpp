@@ -113,7 +113,7 @@ TEST_P(AboutBox, HasItsTextsAndBelongsToTheControlsWindow) {
 
 constexpr int CellsPerSide = 4;
 /// Red, green and blue in the mean, of each cell of a grid.
-using Cells = std::array<std::array<int, 3>, CellsPerSide * CellsPerSide>;
+using Cells = std::array<std::array<int, 3>, std::size_t{CellsPerSide} * CellsPerSide>;
 
 /// What the box's icon looks like on white.
 Cells LookOfIcon(int size) {
